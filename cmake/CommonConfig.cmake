@@ -1,0 +1,46 @@
+# One interface target carries the language standard, the warnings, the hardening and the strict
+# defines; every target of the project links it (vantorel_add_library does so for libraries).
+
+add_library(vantorel_common INTERFACE)
+target_compile_features(vantorel_common INTERFACE cxx_std_20)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+target_compile_options(vantorel_common INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wimplicit-fallthrough
+  $<$<BOOL:${VANTOREL_WERROR}>:-Werror>
+  -fstack-protector-strong)
+target_link_options(vantorel_common INTERFACE -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)
+target_compile_definitions(vantorel_common INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_URL_CAST_FROM_STRING
+  QT_NO_FOREACH QT_NO_KEYWORDS QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+  QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+if(VANTOREL_SANITIZE)
+  target_compile_options(vantorel_common INTERFACE
+    -fsanitize=${VANTOREL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(vantorel_common INTERFACE -fsanitize=${VANTOREL_SANITIZE})
+else()
+  # FORTIFY needs optimisation and does not go together with the sanitizers' interceptors.
+  target_compile_options(vantorel_common INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+endif()
+
+# The libraries' shared precompiled header: the Qt and standard headers nearly every file includes.
+set(VANTOREL_PCH <QByteArray> <QString> <QThread> <atomic> <functional> <memory> <vector>)
+
+# vantorel_add_library(<name> SOURCES <file>... LINKS <library>...)
+function(vantorel_add_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
+  target_link_libraries(${name} PUBLIC vantorel_common ${arg_LINKS})
+  if(name STREQUAL vantorel_platform)
+    target_precompile_headers(${name} PRIVATE ${VANTOREL_PCH})
+  else()
+    target_precompile_headers(${name} REUSE_FROM vantorel_platform)
+  endif()
+endfunction()

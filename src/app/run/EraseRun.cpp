@@ -1,0 +1,112 @@
+#include "app/run/EraseRun.h"
+
+#include "app/run/FolderOrder.h"
+#include "app/run/RunTexts.h"
+#include "app/run/UniqueMerge.h"
+#include "platform/SystemCalls.h"
+
+#include <algorithm>
+#include <cerrno>
+
+namespace {
+
+/// Whether the name is there; a name that cannot be looked up counts as there.
+bool isThere(const QByteArray &path)
+{
+    FileStatus status;
+    return SystemCalls::current().statusAt(SystemCalls::startFolder, path.constData(),
+                                           SystemCalls::LastLink::Stop, status) != -ENOENT;
+}
+
+} // namespace
+
+EraseRun::EraseRun() : queueStatsObject_(QueueStatsObject::create())
+{
+}
+
+void EraseRun::addObjectsFromArray(QueueArray::Items objects)
+{
+    QueueArray::Items added = UniqueMerge::makeUniqueArray(*queueArray_, std::move(objects));
+    double bytes = 0;
+    for (const QueueArray::Item &item : added)
+        bytes += item->filesize();
+    QueueStatsObject &stats = *queueStatsObject_;
+    stats.setTotalFilesRemaining(stats.totalFilesRemaining() + std::int64_t(added.size()));
+    stats.setTotalBytes(stats.totalBytes() + bytes);
+    queueArray_->append(std::move(added));
+}
+
+void EraseRun::addFolderObjectsToQueueFromDict(FolderMap folders)
+{
+    for (auto &folder : folders)
+        folderUrlsToDeleteDict_.insert_or_assign(folder.first, folder.second);
+}
+
+void EraseRun::begin(std::int64_t now)
+{
+    failedFiles_.clear();
+    queueStatsObject_->setStartTimeStamp(now);
+}
+
+void EraseRun::addFailure(std::shared_ptr<QueueObject> object)
+{
+    failedFiles_.push_back({std::move(object), false});
+}
+
+double EraseRun::updateBPSValue()
+{
+    QueueStatsObject &stats = *queueStatsObject_;
+    const double remaining = stats.totalBytes() - stats.bytesWritten();
+    const double bps = throughput_.calculateBps(remaining);
+    stats.setTotalBytesRemaining(std::max(remaining, 0.0));
+    // No guard against 0: an infinite or undefined time has its own words.
+    stats.setTimeRemaining(stats.totalBytesRemaining() / bps);
+    updateProgressBar();
+    return bps;
+}
+
+void EraseRun::updateProgressBar()
+{
+    queueStatsObject_->setDoubleValue(queueStatsObject_->bytesWritten());
+}
+
+void EraseRun::makeResultStrings(std::int64_t now)
+{
+    QueueStatsObject &stats = *queueStatsObject_;
+    stats.setWipedFilesString(
+        RunTexts::wipedFiles(stats.totalBytesWiped(), stats.totalFilesWiped()));
+    stats.setFailedFilesString(RunTexts::failedFiles(stats.filesFailed()));
+    stats.setTimeElapsedString(RunTexts::timeElapsed(double(now - stats.startTimeStamp())));
+}
+
+qsizetype EraseRun::deleteFolders()
+{
+    std::vector<FailedFile *> named;
+    for (FailedFile &failed : failedFiles_) {
+        if (isThere(failed.item->fullpath()))
+            named.push_back(&failed);
+    }
+    const FileUtils::FolderPaths folders = FolderOrder::deepestFirst(folderUrlsToDeleteDict_);
+    FileUtils().deleteFoldersFromArray(folders);
+    for (FailedFile *failed : named)
+        failed->removedWithFolder = !isThere(failed->item->fullpath());
+    folderUrlsToDeleteDict_.clear();
+    return std::count_if(folders.begin(), folders.end(),
+                         [](const auto &folder) { return !isThere(folder.first); });
+}
+
+void EraseRun::resetWipeValues()
+{
+    queueArray_->clear();
+    throughput_.reset();
+    QueueStatsObject &stats = *queueStatsObject_;
+    stats.setTotalBytes(0);
+    stats.setTotalBytesRemaining(0);
+    stats.setTotalBytesWiped(0);
+    stats.setBytesWritten(0);
+    stats.setMaxValue(0);
+    stats.setDoubleValue(0);
+    stats.setTotalFilesRemaining(0);
+    stats.setTotalFilesWiped(0);
+    stats.setFilesFailed(0);
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "app/run/Throughput.h"
+#include "engine/QueueArray.h"
+#include "engine/QueueStatsObject.h"
+#include "engine/ScanFacts.h"
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+/// A file that could not be erased.
+struct FailedFile
+{
+    std::shared_ptr<QueueObject> item;
+    /// Its folder held only hidden entries besides and was removed with it.
+    bool removedWithFolder = false;
+};
+
+/// The data of one run after the other and what is reckoned from it: the queue, the statistics, the
+/// folders to remove, the failed files, the throughput. It starts nothing and shows nothing; the
+/// window's workflow and the terminal front end do.
+///
+/// Thread: main
+/// Owns:   the queue and the statistics, which others hold weakly
+/// Blocks: deleteFolders() on disk I/O; nothing else
+/// Units:  bytes, seconds; times of day in whole seconds since 1970
+class EraseRun
+{
+  public:
+    EraseRun();
+
+    [[nodiscard]] const std::shared_ptr<QueueArray> &queueArray() const { return queueArray_; }
+    [[nodiscard]] const std::shared_ptr<QueueStatsObject> &queueStatsObject() const
+    {
+        return queueStatsObject_;
+    }
+    [[nodiscard]] const FolderMap &folderUrlsToDeleteDict() const
+    {
+        return folderUrlsToDeleteDict_;
+    }
+    [[nodiscard]] const std::vector<FailedFile> &failedFiles() const { return failedFiles_; }
+    [[nodiscard]] const Throughput &throughput() const { return throughput_; }
+
+    /// Appends what is not queued yet and adds it to the files and bytes to do.
+    void addObjectsFromArray(QueueArray::Items objects);
+    void addFolderObjectsToQueueFromDict(FolderMap folders);
+
+    /// Forgets the failures of the run before and stamps the start.
+    void begin(std::int64_t now);
+    void addFailure(std::shared_ptr<QueueObject> object);
+    /// To be called once a second; answers the bytes per second.
+    double updateBPSValue();
+    void updateProgressBar();
+
+    void makeResultStrings(std::int64_t now);
+    /// Removes the folders that have become empty and forgets them all; notes which failed files
+    /// went with them. How many folders are gone.
+    qsizetype deleteFolders();
+    /// Back to nothing, but for the result strings and the failed files.
+    void resetWipeValues();
+
+  private:
+    std::shared_ptr<QueueArray> queueArray_ = std::make_shared<QueueArray>();
+    std::shared_ptr<QueueStatsObject> queueStatsObject_;
+    FolderMap folderUrlsToDeleteDict_;
+    std::vector<FailedFile> failedFiles_;
+    Throughput throughput_;
+};

@@ -1,0 +1,297 @@
+#include "cli/EraseSession.h"
+
+#include "app/run/RunTexts.h"
+#include "cli/ExitCode.h"
+#include "cli/ProgressLine.h"
+#include "platform/PathBytes.h"
+#include "platform/SystemCalls.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QSocketNotifier>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+QString failureLine(const QByteArray &path, const QString &text)
+{
+    const QString shown = path.isEmpty() ? QStringLiteral("\"\"") : PathBytes::printable(path);
+    return shown + QStringLiteral(": ") + text;
+}
+
+/// Still there after the run. What was refused counts as there.
+bool isLeft(const ScanFailure &failure)
+{
+    FileStatus status;
+    return failure.errornr == 0 ||
+           SystemCalls::current().statusAt(SystemCalls::startFolder, failure.path.constData(),
+                                           SystemCalls::LastLink::Stop, status) != -ENOENT;
+}
+
+bool isYes(const QByteArray &answer)
+{
+    const QByteArray word = answer.trimmed().toLower();
+    return word == "y" || word == "yes";
+}
+
+} // namespace
+
+EraseSession::EraseSession(EraseOptions options, QByteArray startFolder)
+    : options_(std::move(options)), startFolder_(std::move(startFolder)),
+      console_(options_.isQuiet, options_.printsJson)
+{
+    if (!options_.reportPath.isNull())
+        reportFile_.emplace(options_.reportPath);
+}
+
+EraseSession::~EraseSession() = default;
+
+void EraseSession::start()
+{
+    if (!options_.isConfirmed && !options_.isDryRun && !console_.isInteractive()) {
+        console_.sayError(QStringLiteral(
+            "vantorel-cli: no terminal to ask on; add --yes to erase without asking"));
+        end(ExitCode::NothingErased);
+        return;
+    }
+    scanner_->setDelegate(weak_from_this());
+    scanner_->setQueueStatsObject(run_.queueStatsObject());
+    scanner_->setSkipLinkTargets(options_.leavesLinkTargets);
+    scanner_->scanAndMakeObjects(scanItems());
+}
+
+ScanItems EraseSession::scanItems() const
+{
+    ScanItems items;
+    for (const QByteArray &path : options_.paths)
+        items.emplace_back(PathBytes::absolute(path, startFolder_));
+    return items;
+}
+
+void EraseSession::stop(int signal)
+{
+    interruptedBy_ = signal;
+    scanner_->cancelScan();
+    wipeController_->stopWiping();
+    if (answerNotifier_) {
+        answerNotifier_.reset();
+        console_.ask(QStringLiteral("\n"));
+        conclude();
+    }
+}
+
+void EraseSession::scanFailed(const ScanFailures &failures)
+{
+    for (const ScanFailure &failure : failures)
+        console_.sayError(failureLine(failure.path, failure.errormsg));
+    scanFailures_ = failures;
+}
+
+void EraseSession::newObjectsForQueue(ScanReport report)
+{
+    run_.addObjectsFromArray(std::move(report.files));
+    run_.addFolderObjectsToQueueFromDict(std::move(report.folders));
+    findings_ = Findings::of(run_);
+    if (interruptedBy_ != 0) {
+        conclude();
+    } else if (findings_.isEmpty()) {
+        console_.sayError(QStringLiteral("vantorel-cli: nothing to do"));
+        end(scanFailures_.empty() ? ExitCode::NothingErased : ExitCode::Failed);
+    } else if (openReport()) {
+        if (options_.isDryRun || options_.isConfirmed)
+            console_.say(findings_.text(options_.method, options_.leavesLinkTargets));
+        if (options_.isDryRun)
+            conclude();
+        else if (options_.isConfirmed)
+            erase();
+        else
+            ask();
+    }
+}
+
+bool EraseSession::openReport()
+{
+    const QString problem = reportFile_ ? reportFile_->open() : QString();
+    if (problem.isEmpty())
+        return true;
+    console_.sayError(problem);
+    end(ExitCode::NothingErased);
+    return false;
+}
+
+void EraseSession::ask()
+{
+    console_.ask(findings_.text(options_.method, options_.leavesLinkTargets) +
+                 findings_.question());
+    answerNotifier_ =
+        std::make_unique<QSocketNotifier>(StandardStreams::Input, QSocketNotifier::Read);
+    QObject::connect(answerNotifier_.get(), &QSocketNotifier::activated, answerNotifier_.get(),
+                     [this] { readAnswer(); });
+}
+
+void EraseSession::readAnswer()
+{
+    const QByteArray bytes = StandardStreams::read(StandardStreams::Input);
+    answer_ += bytes;
+    if (!bytes.isEmpty() && !answer_.contains('\n'))
+        return;
+    // The notifier is in the middle of telling this.
+    answerNotifier_->setEnabled(false);
+    answerNotifier_.release()->deleteLater();
+    if (isYes(answer_)) {
+        erase();
+        return;
+    }
+    console_.say(QStringLiteral("Nothing was erased.\n"));
+    end(ExitCode::NothingErased);
+}
+
+void EraseSession::erase()
+{
+    run_.begin(QDateTime::currentSecsSinceEpoch());
+    elapsed_.start();
+    wipeController_->setDelegate(weak_from_this());
+    wipeController_->setQueueArray(run_.queueArray());
+    wipeController_->setWipeMethod(options_.method);
+    wipeController_->setSkipLinkTargets(options_.leavesLinkTargets);
+    wipeController_->startWiping();
+    if (console_.showsProgress())
+        startTimers();
+}
+
+void EraseSession::startTimers()
+{
+    const auto sample = [this] { bytesPerSecond_ = run_.updateBPSValue(); };
+    QObject::connect(&bpsTimer_, &QTimer::timeout, &bpsTimer_, sample);
+    QObject::connect(&drawTimer_, &QTimer::timeout, &drawTimer_, [this] { drawProgress(); });
+    // One sample is the bytes of one second.
+    bpsTimer_.setTimerType(Qt::PreciseTimer);
+    bpsTimer_.start(1s);
+    drawTimer_.start(500ms);
+    sample();
+    drawProgress();
+}
+
+void EraseSession::drawProgress()
+{
+    const QueueStatsObject &stats = *run_.queueStatsObject();
+    const double files = double(findings_.files);
+    const double filesDone = files - double(stats.totalFilesRemaining());
+    const std::shared_ptr<QueueObject> current = wipeController_->currentObject();
+    console_.drawProgress(ProgressLine::text(
+        {ProgressLine::fraction(stats.bytesWritten(), stats.totalBytes(), filesDone, files),
+         bytesPerSecond_, stats.timeRemaining(),
+         current ? PathBytes::printable(current->filename()) : QString()},
+        console_.columns()));
+}
+
+void EraseSession::fileFailedToWipe(const std::shared_ptr<QueueObject> &object)
+{
+    run_.addFailure(object);
+    console_.sayError(failureLine(object->fullpath(), RunTexts::failure(*object, false)));
+}
+
+void EraseSession::finishedWiping()
+{
+    bpsTimer_.stop();
+    drawTimer_.stop();
+    console_.clearProgress();
+    run_.makeResultStrings(QDateTime::currentSecsSinceEpoch());
+    // A folder may hold nothing but hidden files that wait to be overwritten; it stays with them.
+    if (interruptedBy_ == 0)
+        removeFolders();
+    conclude();
+}
+
+void EraseSession::removeFolders()
+{
+    foldersRemoved_ = run_.deleteFolders();
+    for (const FailedFile &failed : run_.failedFiles()) {
+        if (failed.removedWithFolder)
+            console_.sayError(
+                failureLine(failed.item->fullpath(), RunTexts::failure(*failed.item, true)));
+    }
+}
+
+void EraseSession::conclude()
+{
+    const JsonReport report = makeReport();
+    if (elapsed_.isValid())
+        saySummary(report);
+    else if (interruptedBy_ != 0)
+        console_.say(QStringLiteral("Nothing was erased.\n"));
+    const QByteArray json = report.toJson();
+    if (options_.printsJson)
+        console_.writeJson(json);
+    const QString problem =
+        reportFile_ && reportFile_->isOpen() ? reportFile_->write(json) : QString();
+    if (!problem.isEmpty())
+        console_.sayError(problem);
+
+    if (interruptedBy_ != 0)
+        end(ExitCode::Signal + interruptedBy_);
+    else if (!problem.isEmpty() || !isAllErased())
+        end(ExitCode::Failed);
+    else
+        end(ExitCode::Erased);
+}
+
+/// Of a dry run: whether all could be looked at.
+bool EraseSession::isAllErased() const
+{
+    const bool isFolderLeft = !options_.isDryRun && foldersRemoved_ < findings_.folders;
+    return run_.failedFiles().empty() && !isFolderLeft &&
+           std::none_of(scanFailures_.begin(), scanFailures_.end(), isLeft);
+}
+
+JsonReport EraseSession::makeReport() const
+{
+    const QueueStatsObject &stats = *run_.queueStatsObject();
+    JsonReport report;
+    report.method = options_.method;
+    report.found = findings_;
+    report.filesWiped = stats.totalFilesWiped();
+    report.filesFailed = stats.filesFailed();
+    report.filesRemaining = stats.totalFilesRemaining();
+    for (const QueueArray::Item &item : run_.queueArray()->items()) {
+        if (item->status() == QueueObject::Wiped)
+            report.bytesWiped += std::max(item->filesize(), 0.0);
+    }
+    report.foldersRemoved = foldersRemoved_;
+    report.elapsedSeconds = elapsed_.isValid() ? double(elapsed_.elapsed()) / 1000 : 0;
+    for (const FailedFile &failed : run_.failedFiles())
+        report.failures.push_back({failed.item->fullpath(),
+                                   static_cast<int>(failed.item->errornr()),
+                                   RunTexts::failure(*failed.item, failed.removedWithFolder)});
+    std::copy_if(scanFailures_.begin(), scanFailures_.end(), std::back_inserter(report.failures),
+                 isLeft);
+    return report;
+}
+
+void EraseSession::saySummary(const JsonReport &report)
+{
+    const QueueStatsObject &stats = *run_.queueStatsObject();
+    QString text = QStringLiteral("Erased:  %1\nFailed:  %2\n")
+                       .arg(stats.wipedFilesString(), stats.failedFilesString());
+    if (report.filesRemaining > 0)
+        text += QStringLiteral("Left:    %1 files, not touched\n").arg(report.filesRemaining);
+    if (report.found.folders > 0)
+        text += QStringLiteral("Folders: %1 of %2 removed\n")
+                    .arg(report.foldersRemoved)
+                    .arg(report.found.folders);
+    text += QStringLiteral("Elapsed: %1\n").arg(stats.timeElapsedString());
+    console_.say(text);
+}
+
+void EraseSession::end(int exitCode)
+{
+    if (hasEnded_)
+        return;
+    hasEnded_ = true;
+    QCoreApplication::exit(exitCode);
+}

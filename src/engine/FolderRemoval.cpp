@@ -1,0 +1,148 @@
+#include "engine/FolderRemoval.h"
+
+#include "engine/ProtectedPlaces.h"
+#include "platform/FolderAccess.h"
+#include "platform/PathBytes.h"
+#include "platform/TreeWalk.h"
+
+#include <cerrno>
+
+namespace {
+
+using Access = SystemCalls::Access;
+using LastLink = SystemCalls::LastLink;
+
+bool isHidden(const char *name)
+{
+    return name[0] == '.';
+}
+
+/// Removes what it is told of, and remembers the first failure.
+class Remover final : public TreeVisitor
+{
+  public:
+    Remover(QByteArray top, FolderRemoval::Contents contents)
+        : top_(std::move(top)), contents_(contents)
+    {
+    }
+
+    bool enterFolder(const QByteArray &path) override
+    {
+        return mayRemove(PathBytes::withoutLastComponent(path),
+                         PathBytes::lastComponent(path).constData());
+    }
+
+    void visitEntry(int folder, const QByteArray &folderPath, const char *name,
+                    FileKind /*kind*/) override
+    {
+        if (mayRemove(folderPath, name))
+            note(SystemCalls::current().unlink(folder, name));
+    }
+
+    void leaveFolder(int parent, const char *name) override
+    {
+        note(SystemCalls::current().removeFolder(parent, name));
+    }
+
+    void unreadableFolder(const QByteArray & /*path*/, int error) override { note(-error); }
+    void unreadableEntry(const QByteArray & /*path*/, int error) override { note(-error); }
+    [[nodiscard]] bool shouldStop() const override { return false; }
+
+    [[nodiscard]] int error() const { return error_; }
+
+  private:
+    [[nodiscard]] bool mayRemove(const QByteArray &folderPath, const char *name) const
+    {
+        return contents_ == FolderRemoval::Contents::All || isHidden(name) || folderPath != top_;
+    }
+
+    void note(int result)
+    {
+        if (result < 0 && error_ == 0)
+            error_ = -result;
+    }
+
+    QByteArray top_;
+    FolderRemoval::Contents contents_;
+    int error_ = 0;
+};
+
+} // namespace
+
+FolderRemoval::FolderRemoval(const QByteArray &path, const ScanFacts &facts)
+    : path_(path), name_(PathBytes::lastComponent(path)), isLink_(facts.isLink)
+{
+    const QByteArray parentPath = PathBytes::withoutLastComponent(path);
+    parent_ = FolderAccess::open(parentPath,
+                                 facts.givenLength < 0 ? parentPath.size() : facts.givenLength);
+    if (parent_.isOpen())
+        folder_ =
+            Descriptor(SystemCalls::current().open(parent_.fd(), name_.constData(), Access::Folder,
+                                                   isLink_ ? LastLink::Follow : LastLink::Stop));
+}
+
+bool FolderRemoval::isEmpty() const
+{
+    if (!folder_.isOpen())
+        return true;
+    SystemCalls::current().seek(folder_.fd(), 0);
+    FolderReader reader(folder_.fd());
+    FolderReader::Entry entry{};
+    while (reader.next(entry)) {
+        if (!isHidden(entry.name))
+            return false;
+    }
+    return true;
+}
+
+int FolderRemoval::remove(Contents contents)
+{
+    if (!parent_.isOpen())
+        return parent_.error();
+    if (!ProtectedPlaces::refusal(path_).isNull())
+        return EPERM;
+    return isLink_ ? removeLink() : removeFolder(contents);
+}
+
+int FolderRemoval::removeFolder(Contents contents)
+{
+    // A folder that may not be listed can still be removed, if it is empty.
+    if (!folder_.isOpen() && folder_.error() != EACCES)
+        return folder_.error();
+    if (folder_.isOpen()) {
+        if (const int error = removeContents(contents); error != 0)
+            return error;
+    }
+    return -SystemCalls::current().removeFolder(parent_.fd(), name_.constData());
+}
+
+/// 0 if the name then still is the folder that was opened.
+int FolderRemoval::removeContents(Contents contents)
+{
+    SystemCalls &calls = SystemCalls::current();
+    FileStatus opened;
+    if (const int result = calls.status(folder_.fd(), opened); result < 0)
+        return -result;
+    calls.seek(folder_.fd(), 0);
+    Remover remover(path_, contents);
+    TreeWalk(remover).walk(std::move(folder_), path_);
+    if (remover.error() != 0)
+        return remover.error();
+    FileStatus named;
+    const int result = calls.statusAt(parent_.fd(), name_.constData(), LastLink::Stop, named);
+    if (result < 0)
+        return -result;
+    return named.isSameFile(opened) ? 0 : ENOENT;
+}
+
+int FolderRemoval::removeLink()
+{
+    SystemCalls &calls = SystemCalls::current();
+    FileStatus named;
+    const int result = calls.statusAt(parent_.fd(), name_.constData(), LastLink::Stop, named);
+    if (result < 0)
+        return -result;
+    if (named.kind != FileKind::Link)
+        return ENOLINK;
+    return -calls.unlink(parent_.fd(), name_.constData());
+}

@@ -1,0 +1,85 @@
+#include "engine/InodeRepair.h"
+
+#include "platform/PathBytes.h"
+#include "platform/SystemLog.h"
+
+#include <cerrno>
+
+namespace {
+constexpr std::uint32_t everyPermission = 0777;
+}
+
+InodeRepair::InodeRepair(Descriptor handle, QByteArray path)
+    : handle_(std::move(handle)), path_(std::move(path))
+{
+    isKnown_ = handle_.isOpen() && SystemCalls::current().status(handle_.fd(), status_) >= 0;
+}
+
+bool InodeRepair::isUsable() const
+{
+    return isKnown_ && status_.kind != FileKind::Link;
+}
+
+bool InodeRepair::fix(int errorNumber)
+{
+    switch (errorNumber) {
+    case EPERM:
+        return unlock();
+    case EACCES:
+        return addWritePermission();
+    default:
+        return false;
+    }
+}
+
+bool InodeRepair::unlock()
+{
+    // Other kinds of files answer the flag call with their driver, or not at all.
+    if (!isKnown_ || (status_.kind != FileKind::Regular && status_.kind != FileKind::Folder))
+        return false;
+    if (!setImmutable(false))
+        return false;
+    wasUnlocked_ = true;
+    return true;
+}
+
+bool InodeRepair::addWritePermission()
+{
+    SystemLog::write(
+        "-[FileUtils changePermissionsForFile:]",
+        QStringLiteral("Adding write permissions to %1").arg(PathBytes::printable(path_)));
+    if (!isUsable() || SystemCalls::current().setPermissions(handle_.fd(), everyPermission) < 0)
+        return false;
+    oldPermissions_ = status_.permissions;
+    return true;
+}
+
+void InodeRepair::putBack()
+{
+    FileStatus now;
+    if (!isKnown_ || SystemCalls::current().status(handle_.fd(), now) < 0 || now.hardLinks == 0)
+        return;
+    if (oldPermissions_)
+        SystemCalls::current().setPermissions(handle_.fd(), *oldPermissions_);
+    if (wasUnlocked_)
+        setImmutable(true);
+    oldPermissions_.reset();
+    wasUnlocked_ = false;
+}
+
+/// Whether the flag changed.
+bool InodeRepair::setImmutable(bool immutable)
+{
+    SystemCalls &calls = SystemCalls::current();
+    const Descriptor file(calls.reopen(handle_.fd(), SystemCalls::Access::Read));
+    std::uint32_t flags = 0;
+    if (!file.isOpen() || calls.inodeFlags(file.fd(), flags) < 0)
+        return false;
+    const bool isImmutable = (flags & SystemCalls::immutableFlag) != 0;
+    if (isImmutable == immutable)
+        return false;
+    if (!immutable)
+        SystemLog::write("-[FileUtils unlockFilepath:]",
+                         QStringLiteral("Unlocking file %1").arg(PathBytes::printable(path_)));
+    return calls.setInodeFlags(file.fd(), flags ^ SystemCalls::immutableFlag) >= 0;
+}

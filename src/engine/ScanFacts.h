@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <cstdint>
+#include <map>
+
+/// What the scan saw of a name, kept for the work that is done on it later.
+struct ScanFacts
+{
+    /// How many bytes of the path name the folder that holds the item which the user handed over.
+    /// Links up to there are the user's own; below, none is followed (FolderAccess).
+    /// -1: the item itself was handed over, its whole folder counts as given.
+    std::int32_t givenLength = -1;
+    bool isLink = false;        ///< it was a symbolic link
+    bool hasOtherNames = false; ///< the file has more than one hard link
+    bool isCopyOnWrite = false; ///< its file system writes new blocks instead of old ones
+};
+
+/// The folders that a scan met, by path.
+using FolderMap = std::map<QByteArray, ScanFacts>;

@@ -1,0 +1,179 @@
+#include "engine/TreeScan.h"
+
+#include "platform/FileSystemKind.h"
+#include "platform/FileUrl.h"
+#include "platform/PathBytes.h"
+#include "platform/SystemError.h"
+#include "platform/SystemLog.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace {
+
+using LastLink = SystemCalls::LastLink;
+
+constexpr std::size_t countBatch = 512;
+constexpr qint64 countInterval = 100; // milliseconds
+
+void logLocation(const char *operation, const QByteArray &path)
+{
+    SystemLog::write(operation, QString::fromLatin1(FileUrl(path).toUri()));
+}
+
+} // namespace
+
+FoundCounter::FoundCounter(std::shared_ptr<QueueStatsObject> stats) : stats_(std::move(stats))
+{
+    sinceFlush_.start();
+}
+
+void FoundCounter::add(const QueueArray::Item &item)
+{
+    if (!stats_)
+        return;
+    waiting_.push_back(item);
+    if (waiting_.size() >= countBatch || sinceFlush_.hasExpired(countInterval))
+        flush();
+}
+
+void FoundCounter::flush()
+{
+    sinceFlush_.start();
+    if (waiting_.empty())
+        return;
+    MainThread::post([stats = stats_, items = std::move(waiting_)] {
+        for (const QueueArray::Item &item : items)
+            count(*stats, *item);
+    });
+    waiting_ = {};
+}
+
+void FoundCounter::count(QueueStatsObject &stats, const QueueObject &item)
+{
+    stats.setScanFoundFiles(stats.scanFoundFiles() + 1);
+    stats.setScanFoundBytes(stats.scanFoundBytes() + item.filesize());
+}
+
+/// A name, and the open folder through which it is reached.
+struct TreeScan::Name
+{
+    int folder;
+    const char *relative; ///< from `folder`
+    QByteArray folderPath;
+    QByteArray name;
+    QByteArray path;
+};
+
+TreeScan::TreeScan(Order order, Findings findings)
+    : order_(std::move(order)), findings_(findings), counter_(order_.stats)
+{
+}
+
+void TreeScan::scanFolder(const QByteArray &path)
+{
+    enterFolder(path);
+    FileStatus status;
+    SystemCalls &calls = SystemCalls::current();
+    calls.statusAt(SystemCalls::startFolder, path.constData(), LastLink::Stop, status);
+    if (status.kind == FileKind::Link) {
+        findings_.folders[path].isLink = true;
+        return;
+    }
+    Descriptor folder(calls.open(SystemCalls::startFolder, path.constData(),
+                                 SystemCalls::Access::Folder, LastLink::Stop));
+    if (folder.isOpen())
+        TreeWalk(*this).walk(std::move(folder), path);
+    else
+        unreadableFolder(path, folder.error());
+}
+
+void TreeScan::scanFile(const QByteArray &path)
+{
+    findings_.files.push_back(makeItem(path));
+}
+
+QueueArray::Item TreeScan::makeItem(const QByteArray &path)
+{
+    return makeItem(Name{SystemCalls::startFolder, path.constData(),
+                         PathBytes::withoutLastComponent(path), PathBytes::lastComponent(path),
+                         path});
+}
+
+QueueArray::Item TreeScan::makeItem(const Name &name)
+{
+    ScanFacts facts;
+    facts.givenLength = order_.givenLength;
+    double size = -1;
+    FileStatus status;
+    SystemCalls &calls = SystemCalls::current();
+    if (PathBytes::fitsTheSystem(name.path) &&
+        calls.statusAt(name.folder, name.relative, LastLink::Stop, status) >= 0) {
+        facts.isLink = status.kind == FileKind::Link;
+        facts.hasOtherNames = !facts.isLink && status.hardLinks > 1;
+        if (facts.isLink && order_.skipLinkTargets)
+            size = 0;
+        else if (!facts.isLink ||
+                 calls.statusAt(name.folder, name.relative, LastLink::Follow, status) >= 0)
+            size = double(status.size);
+        facts.isCopyOnWrite = isCopyOnWrite(status.device, name.path);
+    }
+
+    const QueueArray::Item item = QueueObject::create();
+    item->setQueueStatsObject(order_.stats);
+    item->setFilename(name.name);
+    item->setFilepath(name.folderPath);
+    item->setFullpath(name.path);
+    item->setFilesize(size);
+    item->setMaxValue(size);
+    item->setScanFacts(facts);
+    counter_.add(item);
+    return item;
+}
+
+bool TreeScan::isCopyOnWrite(std::uint64_t device, const QByteArray &path)
+{
+    const auto known = copyOnWriteDevices_.find(device);
+    if (known != copyOnWriteDevices_.end())
+        return known->second;
+    std::uint64_t type = 0;
+    const bool isCopyOnWrite = SystemCalls::current().fileSystemType(path.constData(), type) >= 0 &&
+                               FileSystemKind::isCopyOnWrite(type);
+    copyOnWriteDevices_.emplace(device, isCopyOnWrite);
+    return isCopyOnWrite;
+}
+
+/// A folder whose path the system does not take can be neither found nor removed by it. It is no
+/// folder to remove then; the first on its branch is noted as a failure, those below go with it.
+bool TreeScan::enterFolder(const QByteArray &path)
+{
+    if (PathBytes::fitsTheSystem(path))
+        findings_.folders[path].givenLength = order_.givenLength;
+    else if (PathBytes::fitsTheSystem(PathBytes::withoutLastComponent(path)))
+        unreadableFolder(path, ENAMETOOLONG);
+    return true;
+}
+
+void TreeScan::visitEntry(int folder, const QByteArray &folderPath, const char *name,
+                          FileKind /*kind*/)
+{
+    const QByteArray bytes(name);
+    findings_.files.push_back(
+        makeItem(Name{folder, name, folderPath, bytes, PathBytes::join(folderPath, bytes)}));
+}
+
+void TreeScan::leaveFolder(int /*parent*/, const char * /*name*/)
+{
+}
+
+void TreeScan::unreadableFolder(const QByteArray &path, int error)
+{
+    logLocation("-[FileUtils recursiveScan:]_block_invoke (1):", path);
+    findings_.failures.push_back({path, error, SystemError::text(error)});
+}
+
+void TreeScan::unreadableEntry(const QByteArray &path, int error)
+{
+    logLocation("-[FileUtils recursiveScan:] (2):", path);
+    findings_.failures.push_back({path, error, SystemError::text(error)});
+}

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "engine/QueueStatsObject.h"
+#include "engine/ScanReport.h"
+#include "platform/TreeWalk.h"
+
+#include <QByteArray>
+#include <QElapsedTimer>
+
+#include <atomic>
+#include <map>
+#include <memory>
+
+/// Counts found items in the statistics, from the thread that finds them: it hands them over to the
+/// main thread in batches, at least ten times a second and the last ones when it goes.
+///
+/// Thread: scan worker; the counting itself: main
+class FoundCounter
+{
+  public:
+    explicit FoundCounter(std::shared_ptr<QueueStatsObject> stats);
+    ~FoundCounter() { flush(); }
+    FoundCounter(const FoundCounter &) = delete;
+    FoundCounter &operator=(const FoundCounter &) = delete;
+
+    void add(const QueueArray::Item &item);
+    static void count(QueueStatsObject &stats, const QueueObject &item);
+
+  private:
+    void flush();
+
+    std::shared_ptr<QueueStatsObject> stats_;
+    QueueArray::Items waiting_;
+    QElapsedTimer sinceFlush_;
+};
+
+/// The scan of one item that the user handed over: makes a queue item of everything that is no
+/// folder and records every folder. No file is opened.
+///
+/// Thread:  scan worker
+/// Blocks:  on disk I/O
+/// Failure: logged, noted and survived; a size that cannot be read is -1
+class TreeScan final : public TreeVisitor
+{
+  public:
+    struct Order
+    {
+        std::shared_ptr<QueueStatsObject> stats; ///< null: nothing is counted
+        std::int32_t givenLength = -1;           ///< as in ScanFacts
+        bool skipLinkTargets = false;
+        const std::atomic<bool> &shouldCancel;
+    };
+    struct Findings
+    {
+        QueueArray::Items &files;
+        FolderMap &folders;
+        ScanFailures &failures;
+    };
+
+    TreeScan(Order order, Findings findings);
+
+    void scanFolder(const QByteArray &path);
+    void scanFile(const QByteArray &path);
+    [[nodiscard]] QueueArray::Item makeItem(const QByteArray &path);
+
+    bool enterFolder(const QByteArray &path) override;
+    void visitEntry(int folder, const QByteArray &folderPath, const char *name,
+                    FileKind kind) override;
+    void leaveFolder(int parent, const char *name) override;
+    void unreadableFolder(const QByteArray &path, int error) override;
+    void unreadableEntry(const QByteArray &path, int error) override;
+    [[nodiscard]] bool shouldStop() const override { return order_.shouldCancel; }
+
+  private:
+    struct Name;
+
+    QueueArray::Item makeItem(const Name &name);
+    bool isCopyOnWrite(std::uint64_t device, const QByteArray &path);
+
+    Order order_;
+    Findings findings_;
+    FoundCounter counter_;
+    std::map<std::uint64_t, bool> copyOnWriteDevices_;
+};

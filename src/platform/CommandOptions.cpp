@@ -1,0 +1,70 @@
+#include "platform/CommandOptions.h"
+
+#include <getopt.h>
+
+namespace {
+
+bool hasShortForm(char name)
+{
+    return name >= 'A';
+}
+
+QByteArray shortForms(const std::vector<CommandOptions::Option> &known)
+{
+    // The leading colon tells a missing value from an unknown option.
+    QByteArray text = ":";
+    for (const CommandOptions::Option &option : known) {
+        if (hasShortForm(option.shortName))
+            text += option.shortName + QByteArray(option.takesValue ? ":" : "");
+    }
+    return text;
+}
+
+std::vector<option> longForms(const std::vector<CommandOptions::Option> &known)
+{
+    std::vector<option> forms;
+    for (const CommandOptions::Option &each : known)
+        forms.push_back({each.longName, each.takesValue ? required_argument : no_argument, nullptr,
+                         each.shortName});
+    forms.push_back({nullptr, 0, nullptr, 0});
+    return forms;
+}
+
+} // namespace
+
+CommandOptions CommandOptions::parse(const std::vector<QByteArray> &arguments,
+                                     const std::vector<Option> &known)
+{
+    std::vector<QByteArray> copies = arguments;
+    std::vector<char *> argv = {nullptr};
+    for (QByteArray &argument : copies)
+        argv.push_back(argument.data());
+    char emptyName[] = "";
+    argv.front() = emptyName;
+    const int argc = static_cast<int>(argv.size());
+    argv.push_back(nullptr);
+
+    const QByteArray shorts = shortForms(known);
+    const std::vector<option> longs = longForms(known);
+    CommandOptions parsed;
+    opterr = 0;
+    optind = 0; // glibc: starts anew
+    for (;;) {
+        const int at = optind == 0 ? 1 : optind;
+        const int name =
+            ::getopt_long(argc, argv.data(), shorts.constData(), longs.data(), nullptr);
+        if (name < 0)
+            break;
+        if (name == '?' || name == ':') {
+            const QByteArray culprit =
+                at < argc ? QByteArray(argv[std::size_t(optind - 1)]) : QByteArray();
+            parsed.error = (name == ':' ? "needs a value: " : "unknown option: ") + culprit;
+            return parsed;
+        }
+        parsed.options.emplace_back(static_cast<char>(name),
+                                    optarg != nullptr ? QByteArray(optarg) : QByteArray());
+    }
+    for (int at = optind; at < argc; ++at)
+        parsed.operands.emplace_back(argv[std::size_t(at)]);
+    return parsed;
+}

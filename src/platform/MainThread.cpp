@@ -1,0 +1,116 @@
+#include "platform/MainThread.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QObject>
+#include <QThread>
+
+#include <atomic>
+#include <deque>
+#include <semaphore>
+#include <vector>
+
+namespace {
+
+struct Node
+{
+    MainThread::Call call;
+    Node *next = nullptr;
+};
+
+/// The calls handed over and not yet run. Qt's event only wakes the main thread; the calls
+/// themselves pass through an atomic list, so their order is plain to every reader and tool.
+class CallQueue final : public QObject
+{
+  public:
+    static CallQueue &instance()
+    {
+        // Never destroyed: a call may still be handed over while the process ends.
+        static CallQueue *const queue = new CallQueue;
+        return *queue;
+    }
+
+    void push(MainThread::Call call)
+    {
+        Node *node = new Node{std::move(call)};
+        node->next = newest_.load(std::memory_order_relaxed);
+        while (!newest_.compare_exchange_weak(node->next, node, std::memory_order_release,
+                                              std::memory_order_relaxed)) {
+        }
+        wake();
+    }
+
+  protected:
+    bool event(QEvent *event) override
+    {
+        if (event->type() != QEvent::User)
+            return QObject::event(event);
+        drain();
+        return true;
+    }
+
+  private:
+    CallQueue() { moveToThread(QCoreApplication::instance()->thread()); }
+
+    void wake()
+    {
+        if (!isAwake_.exchange(true))
+            QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    }
+
+    void drain()
+    {
+        isAwake_.store(false);
+        takeHandedOver();
+        while (!ready_.empty()) {
+            const MainThread::Call call = std::move(ready_.front());
+            ready_.pop_front();
+            // Should the call run an event loop of its own, that one goes on with the rest.
+            if (!ready_.empty())
+                wake();
+            call();
+        }
+    }
+
+    void takeHandedOver()
+    {
+        std::vector<Node *> nodes;
+        for (Node *node = newest_.exchange(nullptr, std::memory_order_acquire); node != nullptr;
+             node = node->next)
+            nodes.push_back(node);
+        for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
+            ready_.push_back(std::move((*node)->call));
+            delete *node;
+        }
+    }
+
+    std::atomic<Node *> newest_ = nullptr;
+    std::atomic<bool> isAwake_ = false;
+    std::deque<MainThread::Call> ready_; ///< main thread only
+};
+
+} // namespace
+
+bool MainThread::isCurrent()
+{
+    return QThread::currentThread() == QCoreApplication::instance()->thread();
+}
+
+void MainThread::post(Call call)
+{
+    CallQueue::instance().push(std::move(call));
+}
+
+void MainThread::callAndWait(const Call &call)
+{
+    if (isCurrent()) {
+        call();
+        return;
+    }
+    std::binary_semaphore done(0);
+    post([&call, &done] {
+        call();
+        done.release();
+    });
+    done.acquire();
+}

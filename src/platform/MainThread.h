@@ -1,0 +1,25 @@
+#pragma once
+
+#include <functional>
+
+/// Hand-over of work to the application's main thread, under any kind of QCoreApplication.
+///
+/// Calls run one after the other in the order in which they were handed over, also across threads
+/// and also while one of them runs an event loop of its own. What a thread wrote before it handed a
+/// call over, the call sees; what a waiting call wrote, the thread sees when it returns.
+///
+/// Thread: any
+namespace MainThread {
+
+using Call = std::function<void()>;
+
+[[nodiscard]] bool isCurrent();
+
+/// Runs `call` on the main thread later, never at once. Does not block.
+void post(Call call);
+
+/// Runs `call` on the main thread and returns when it is done; from the main thread itself it runs
+/// at once. Blocks on the main thread's event loop.
+void callAndWait(const Call &call);
+
+} // namespace MainThread

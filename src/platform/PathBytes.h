@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// Paths as the bytes they are. A Linux name is any bytes but "/" and NUL, in no encoding; a path
+/// becomes a QString only to be shown.
+///
+/// Thread: pure
+namespace PathBytes {
+
+/// The part after the last "/" ("/" itself for the root folder).
+QByteArray lastComponent(const QByteArray &path);
+/// The part before the last "/"; "/" for what stands in the root folder, empty without any "/".
+QByteArray withoutLastComponent(const QByteArray &path);
+QByteArray join(const QByteArray &folder, const QByteArray &name);
+
+/// An absolute path out of what a user or another program handed over: `startFolder` goes before a
+/// relative one; "." components and doubled and trailing slashes go; nothing is resolved. An empty
+/// path stays empty.
+QByteArray absolute(const QByteArray &path, const QByteArray &startFolder);
+
+/// For one line of text: bytes that are not UTF-8 and control characters become "\xNN" escapes
+/// ("\n", "\t", "\r" by name), and so does the backslash ("\\").
+QString printable(const QByteArray &path);
+
+/// Whether the system takes the path as a whole: it is shorter than PATH_MAX (limits.h).
+bool fitsTheSystem(const QByteArray &path);
+
+} // namespace PathBytes

@@ -1,0 +1,3 @@
+#include "support/ImageSource.h"
+
+ImageSource::~ImageSource() = default;

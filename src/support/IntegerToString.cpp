@@ -1,0 +1,3 @@
+#include "support/IntegerToString.h"
+
+IntegerToString::IntegerToString() = default;
