@@ -193,7 +193,8 @@ void EraseSession::drawProgress()
 void EraseSession::fileFailedToWipe(const std::shared_ptr<QueueObject> &object)
 {
     run_.addFailure(object);
-    console_.sayError(failureLine(object->fullpath(), RunTexts::failure(*object, false)));
+    const FailedFile &failed = run_.failedFiles().back();
+    console_.sayError(failureLine(failed.path, RunTexts::failure(failed)));
 }
 
 void EraseSession::finishedWiping()
@@ -213,8 +214,7 @@ void EraseSession::removeFolders()
     foldersRemoved_ = run_.deleteFolders();
     for (const FailedFile &failed : run_.failedFiles()) {
         if (failed.removedWithFolder)
-            console_.sayError(
-                failureLine(failed.item->fullpath(), RunTexts::failure(*failed.item, true)));
+            console_.sayError(failureLine(failed.path, RunTexts::failure(failed)));
     }
 }
 
@@ -265,9 +265,9 @@ JsonReport EraseSession::makeReport() const
     report.foldersRemoved = foldersRemoved_;
     report.elapsedSeconds = elapsed_.isValid() ? double(elapsed_.elapsed()) / 1000 : 0;
     for (const FailedFile &failed : run_.failedFiles())
-        report.failures.push_back({failed.item->fullpath(),
-                                   static_cast<int>(failed.item->errornr()),
-                                   RunTexts::failure(*failed.item, failed.removedWithFolder)});
+        report.failures.push_back({failed.path,
+                                   failed.item ? static_cast<int>(failed.item->errornr()) : 0,
+                                   RunTexts::failure(failed)});
     std::copy_if(scanFailures_.begin(), scanFailures_.end(), std::back_inserter(report.failures),
                  isLeft);
     return report;

@@ -170,15 +170,19 @@ void FileUtils::deleteFolder(const QByteArray &path) const
         logError("-[FileUtils deleteFolder:]", path, error);
 }
 
-void FileUtils::deleteFoldersFromArray(const FolderPaths &folders) const
+std::vector<QByteArray> FileUtils::deleteFoldersFromArray(const FolderPaths &folders) const
 {
+    std::vector<QByteArray> notOverwritten;
     for (const auto &[path, facts] : folders) {
         FolderRemoval removal(path, facts);
         if (!removal.isEmpty())
             continue;
         if (const int error = removal.remove(FolderRemoval::Contents::HiddenOnly); error != 0)
             logError("-[FileUtils deleteFolder:]", path, error);
+        notOverwritten.insert(notOverwritten.end(), removal.removedEntries().begin(),
+                              removal.removedEntries().end());
     }
+    return notOverwritten;
 }
 
 bool FileUtils::deleteFile(const FileUrl &url) const

@@ -52,7 +52,8 @@ class FileUtils
     void deleteFolder(const QByteArray &path) const;
     /// Removes, in this order, the folders that are empty. Of a link to a folder only the link
     /// goes.
-    void deleteFoldersFromArray(const FolderPaths &folders) const;
+    /// The paths of the hidden files that went with their folders, which nothing has overwritten.
+    std::vector<QByteArray> deleteFoldersFromArray(const FolderPaths &folders) const;
     /// Only unlinks: a folder stays.
     bool deleteFile(const FileUrl &url) const;
     /// The same for the path's last component in a folder that is open. 0, or the error number.

@@ -6,6 +6,7 @@
 #include "platform/TreeWalk.h"
 
 #include <cerrno>
+#include <utility>
 
 namespace {
 
@@ -35,8 +36,12 @@ class Remover final : public TreeVisitor
     void visitEntry(int folder, const QByteArray &folderPath, const char *name,
                     FileKind /*kind*/) override
     {
-        if (mayRemove(folderPath, name))
-            note(SystemCalls::current().unlink(folder, name));
+        if (!mayRemove(folderPath, name))
+            return;
+        const int result = SystemCalls::current().unlink(folder, name);
+        note(result);
+        if (result >= 0)
+            removed_.push_back(PathBytes::join(folderPath, name));
     }
 
     void leaveFolder(int parent, const char *name) override
@@ -49,6 +54,7 @@ class Remover final : public TreeVisitor
     [[nodiscard]] bool shouldStop() const override { return false; }
 
     [[nodiscard]] int error() const { return error_; }
+    [[nodiscard]] std::vector<QByteArray> takeRemoved() { return std::exchange(removed_, {}); }
 
   private:
     [[nodiscard]] bool mayRemove(const QByteArray &folderPath, const char *name) const
@@ -64,6 +70,7 @@ class Remover final : public TreeVisitor
 
     QByteArray top_;
     FolderRemoval::Contents contents_;
+    std::vector<QByteArray> removed_;
     int error_ = 0;
 };
 
@@ -126,6 +133,7 @@ int FolderRemoval::removeContents(Contents contents)
     calls.seek(folder_.fd(), 0);
     Remover remover(path_, contents);
     TreeWalk(remover).walk(std::move(folder_), path_);
+    removedEntries_ = remover.takeRemoved();
     if (remover.error() != 0)
         return remover.error();
     FileStatus named;

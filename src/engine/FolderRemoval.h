@@ -5,6 +5,8 @@
 
 #include <QByteArray>
 
+#include <vector>
+
 /// The removal of one folder, which is opened once: that it is empty is judged on the same folder
 /// that is then removed. No link is followed below the item that the user handed over, and a name
 /// that is no folder any more is left alone. Of a link to a folder that was handed over itself
@@ -28,6 +30,8 @@ class FolderRemoval
     [[nodiscard]] bool isEmpty() const;
     /// 0, or an error number: EPERM for a protected place. To be called once.
     int remove(Contents contents);
+    /// The paths of the entries, folders aside, that remove() took away with the folder.
+    [[nodiscard]] const std::vector<QByteArray> &removedEntries() const { return removedEntries_; }
 
   private:
     int removeFolder(Contents contents);
@@ -37,6 +41,7 @@ class FolderRemoval
     QByteArray path_;
     QByteArray name_;
     bool isLink_;
+    std::vector<QByteArray> removedEntries_;
     Descriptor parent_;
     Descriptor folder_; ///< closed where the folder could not be opened for listing
 };

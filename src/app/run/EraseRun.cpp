@@ -50,7 +50,8 @@ void EraseRun::begin(std::int64_t now)
 
 void EraseRun::addFailure(std::shared_ptr<QueueObject> object)
 {
-    failedFiles_.push_back({std::move(object), false});
+    const QByteArray path = object->fullpath();
+    failedFiles_.push_back({std::move(object), path, false});
 }
 
 double EraseRun::updateBPSValue()
@@ -81,18 +82,25 @@ void EraseRun::makeResultStrings(std::int64_t now)
 
 qsizetype EraseRun::deleteFolders()
 {
-    std::vector<FailedFile *> named;
-    for (FailedFile &failed : failedFiles_) {
-        if (isThere(failed.item->fullpath()))
-            named.push_back(&failed);
-    }
     const FileUtils::FolderPaths folders = FolderOrder::deepestFirst(folderUrlsToDeleteDict_);
-    FileUtils().deleteFoldersFromArray(folders);
-    for (FailedFile *failed : named)
-        failed->removedWithFolder = !isThere(failed->item->fullpath());
+    for (const QByteArray &path : FileUtils().deleteFoldersFromArray(folders))
+        addRemovedWithFolder(path);
     folderUrlsToDeleteDict_.clear();
     return std::count_if(folders.begin(), folders.end(),
                          [](const auto &folder) { return !isThere(folder.first); });
+}
+
+/// Most often the file failed before; otherwise it came after the scan, or the scan could not see
+/// it.
+void EraseRun::addRemovedWithFolder(const QByteArray &path)
+{
+    const auto known =
+        std::find_if(failedFiles_.begin(), failedFiles_.end(),
+                     [&path](const FailedFile &failed) { return failed.path == path; });
+    if (known != failedFiles_.end())
+        known->removedWithFolder = true;
+    else
+        failedFiles_.push_back({nullptr, path, true});
 }
 
 void EraseRun::resetWipeValues()

@@ -9,10 +9,11 @@
 #include <memory>
 #include <vector>
 
-/// A file that could not be erased.
+/// A file that was not erased.
 struct FailedFile
 {
-    std::shared_ptr<QueueObject> item;
+    std::shared_ptr<QueueObject> item; ///< null for a hidden file that was not queued
+    QByteArray path;
     /// Its folder held only hidden entries besides and was removed with it.
     bool removedWithFolder = false;
 };
@@ -54,13 +55,15 @@ class EraseRun
     void updateProgressBar();
 
     void makeResultStrings(std::int64_t now);
-    /// Removes the folders that have become empty and forgets them all; notes which failed files
-    /// went with them. How many folders are gone.
+    /// Removes the folders that have become empty and forgets them all; notes which files went with
+    /// them without having been overwritten. How many folders are gone.
     qsizetype deleteFolders();
     /// Back to nothing, but for the result strings and the failed files.
     void resetWipeValues();
 
   private:
+    void addRemovedWithFolder(const QByteArray &path);
+
     std::shared_ptr<QueueArray> queueArray_ = std::make_shared<QueueArray>();
     std::shared_ptr<QueueStatsObject> queueStatsObject_;
     FolderMap folderUrlsToDeleteDict_;

@@ -1,6 +1,6 @@
 #include "app/run/RunTexts.h"
 
-#include "engine/QueueObject.h"
+#include "app/run/EraseRun.h"
 #include "support/BytesFormatter.h"
 #include "support/TimeFormatter.h"
 
@@ -19,9 +19,11 @@ QString RunTexts::timeElapsed(double seconds)
     return TimeFormatter::formatSeconds(seconds);
 }
 
-QString RunTexts::failure(const QueueObject &item, bool removedWithFolder)
+QString RunTexts::failure(const FailedFile &failed)
 {
-    if (!removedWithFolder)
-        return item.errormsg();
-    return item.errormsg() + QStringLiteral(" (removed with its folder, not overwritten)");
+    const QString reason =
+        failed.item ? failed.item->errormsg() : QStringLiteral("Not found by the scan");
+    if (!failed.removedWithFolder)
+        return reason;
+    return reason + QStringLiteral(" (removed with its folder, not overwritten)");
 }

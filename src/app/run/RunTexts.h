@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-class QueueObject;
+struct FailedFile;
 
 /// What is said of a run at its end.
 ///
@@ -15,8 +15,7 @@ namespace RunTexts {
 QString wipedFiles(double bytes, std::int64_t files);
 QString failedFiles(std::int64_t files);
 QString timeElapsed(double seconds);
-/// Why an item failed. `removedWithFolder`: its name is gone all the same, with a folder that held
-/// nothing but hidden entries.
-QString failure(const QueueObject &item, bool removedWithFolder);
+/// Why a file was not erased, and if so, that its name is gone all the same.
+QString failure(const FailedFile &failed);
 
 } // namespace RunTexts
