@@ -87,10 +87,7 @@ bool FileWiper::isLinkToLeaveAlone()
 {
     leavesTargetAlone_ = skipLinkTargets_ && currentObject_->scanFacts().isLink &&
                          !WipeSchedule::passes(currentObject_->wipe_method()).empty() &&
-                         openFolder() &&
-                         SystemCalls::current().statusAt(folder_.fd(), nameInFolder().constData(),
-                                                         LastLink::Stop, name_) >= 0 &&
-                         name_.kind == FileKind::Link;
+                         openFolder() && readName() == 0 && name_.kind == FileKind::Link;
     return leavesTargetAlone_;
 }
 
@@ -150,16 +147,22 @@ LastLink FileWiper::lastLink() const
     return currentObject_->scanFacts().isLink ? LastLink::Follow : LastLink::Stop;
 }
 
+/// Reads what the name is. 0, or the error number.
+int FileWiper::readName()
+{
+    return -SystemCalls::current().statusAt(folder_.fd(), nameInFolder().constData(),
+                                            LastLink::Stop, name_);
+}
+
 /// Reads what the name is, and what opening it would lead to. 0, or the error number.
 int FileWiper::readTarget(FileStatus &target)
 {
-    SystemCalls &calls = SystemCalls::current();
-    const QByteArray name = nameInFolder();
-    int result = calls.statusAt(folder_.fd(), name.constData(), LastLink::Stop, name_);
+    const int error = readName();
     target = name_;
-    if (result >= 0 && name_.kind == FileKind::Link)
-        result = calls.statusAt(folder_.fd(), name.constData(), lastLink(), target);
-    return result < 0 ? -result : 0;
+    if (error != 0 || name_.kind != FileKind::Link)
+        return error;
+    return -SystemCalls::current().statusAt(folder_.fd(), nameInFolder().constData(), lastLink(),
+                                            target);
 }
 
 bool FileWiper::fixError(int errorNumber)
@@ -333,13 +336,12 @@ bool FileWiper::delete_file()
 bool FileWiper::isStillTheSameFile()
 {
     const FileStatus opened = name_;
-    FileStatus target;
-    if (const int error = readTarget(target); error != 0)
+    FileStatus target = file_;
+    if (const int error = leavesTargetAlone_ ? readName() : readTarget(target); error != 0)
         return fail(error);
-    const bool isLink = name_.kind == FileKind::Link;
-    const bool isSame =
-        isLink ? name_.isSameFile(opened) && (leavesTargetAlone_ || target.isSameFile(file_))
-               : name_.isSameFile(file_);
+    const bool isSame = name_.kind == FileKind::Link
+                            ? name_.isSameFile(opened) && target.isSameFile(file_)
+                            : name_.isSameFile(file_);
     return isSame || fail(QStringLiteral("Replaced by another file while it was being erased"));
 }
 

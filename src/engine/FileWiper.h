@@ -108,6 +108,7 @@ class FileWiper : public QThread, public std::enable_shared_from_this<FileWiper>
     bool openFolder();
     [[nodiscard]] QByteArray nameInFolder() const;
     [[nodiscard]] SystemCalls::LastLink lastLink() const;
+    int readName();
     int readTarget(FileStatus &target);
     bool runPass(const WipeSchedule::Pass &pass);
     bool writeBlock(std::size_t count, QueueStatsObject *stats);

@@ -5,6 +5,8 @@
 #include "app/run/UniqueMerge.h"
 #include "platform/SystemCalls.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <cerrno>
 
@@ -83,24 +85,24 @@ void EraseRun::makeResultStrings(std::int64_t now)
 qsizetype EraseRun::deleteFolders()
 {
     const FileUtils::FolderPaths folders = FolderOrder::deepestFirst(folderUrlsToDeleteDict_);
-    for (const QByteArray &path : FileUtils().deleteFoldersFromArray(folders))
-        addRemovedWithFolder(path);
+    noteRemovedWithFolder(FileUtils().deleteFoldersFromArray(folders));
     folderUrlsToDeleteDict_.clear();
     return std::count_if(folders.begin(), folders.end(),
                          [](const auto &folder) { return !isThere(folder.first); });
 }
 
-/// Most often the file failed before; otherwise it came after the scan, or the scan could not see
-/// it.
-void EraseRun::addRemovedWithFolder(const QByteArray &path)
+/// Most of these failed before. The others came after the scan, or the scan could not see them.
+void EraseRun::noteRemovedWithFolder(const std::vector<QByteArray> &paths)
 {
-    const auto known =
-        std::find_if(failedFiles_.begin(), failedFiles_.end(),
-                     [&path](const FailedFile &failed) { return failed.path == path; });
-    if (known != failedFiles_.end())
-        known->removedWithFolder = true;
-    else
-        failedFiles_.push_back({nullptr, path, true});
+    QHash<QByteArray, std::size_t> known;
+    for (std::size_t at = 0; at < failedFiles_.size() && !paths.empty(); ++at)
+        known.insert(failedFiles_[at].path, at);
+    for (const QByteArray &path : paths) {
+        if (const auto at = known.constFind(path); at != known.constEnd())
+            failedFiles_[*at].removedWithFolder = true;
+        else
+            failedFiles_.push_back({nullptr, path, true});
+    }
 }
 
 void EraseRun::resetWipeValues()

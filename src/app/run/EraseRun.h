@@ -62,7 +62,7 @@ class EraseRun
     void resetWipeValues();
 
   private:
-    void addRemovedWithFolder(const QByteArray &path);
+    void noteRemovedWithFolder(const std::vector<QByteArray> &paths);
 
     std::shared_ptr<QueueArray> queueArray_ = std::make_shared<QueueArray>();
     std::shared_ptr<QueueStatsObject> queueStatsObject_;

@@ -1,0 +1,229 @@
+#include "engine/WipeOneFile.h"
+#include "kit/Ext4Image.h"
+#include "kit/ForwardingSystemCalls.h"
+#include "kit/Scratch.h"
+
+#include <QTest>
+
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <sys/sysmacros.h>
+
+namespace {
+
+int flagsOf(const QByteArray &path)
+{
+    int flags = -1;
+    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+    ::ioctl(fd, FS_IOC_GETFLAGS, &flags);
+    ::close(fd);
+    return flags;
+}
+
+bool setFlag(const QByteArray &path, int flag)
+{
+    int flags = flagsOf(path) | flag;
+    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+    const bool isSet = ::ioctl(fd, FS_IOC_SETFLAGS, &flags) == 0;
+    ::close(fd);
+    return isSet;
+}
+
+void clearFlags(const QByteArray &path)
+{
+    int flags = flagsOf(path) & ~(FS_IMMUTABLE_FL | FS_APPEND_FL);
+    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+    ::ioctl(fd, FS_IOC_SETFLAGS, &flags);
+    ::close(fd);
+}
+
+QByteArray makeFile(const QByteArray &path)
+{
+    const int fd = ::open(path.constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+    const bool isWritten = ::write(fd, "secret", 6) == 6;
+    ::close(fd);
+    return isWritten ? path : QByteArray();
+}
+
+class FailingSync final : public ForwardingSystemCalls
+{
+  public:
+    int sync(int) override { return -EIO; }
+};
+
+/// Notes whether anything is opened but to look at it.
+class NotingOpens final : public ForwardingSystemCalls
+{
+  public:
+    int open(int folder, const char *path, Access access, LastLink lastLink) override
+    {
+        wasOpened |= access == Access::ReadWrite || access == Access::Read;
+        return ForwardingSystemCalls::open(folder, path, access, lastLink);
+    }
+    int reopen(int handle, Access access) override
+    {
+        wasOpened = true;
+        return ForwardingSystemCalls::reopen(handle, access);
+    }
+    bool wasOpened = false;
+};
+
+} // namespace
+
+/// What only root can set up: inode flags on a real ext4, device nodes.
+class FileWiperAsRootTest : public QObject
+{
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void init()
+    {
+        scratch_ = std::make_unique<Scratch>();
+        ext4_ = std::make_unique<Ext4Image>(*scratch_);
+        QVERIFY(ext4_->isMounted());
+    }
+    void cleanup()
+    {
+        ext4_.reset();
+        scratch_.reset();
+    }
+
+    void immutableFileIsUnlockedAndErasedAtTheSecondAttempt()
+    {
+        const QByteArray path = makeFile(ext4_->path("file"));
+        QVERIFY(setFlag(path, FS_IMMUTABLE_FL));
+        QCOMPARE(::open(path.constData(), O_RDWR | O_CLOEXEC), -1);
+        QCOMPARE(errno, 1);
+
+        QCOMPARE(wipe(queueItem(path, 1)), 1);
+        QVERIFY(!Scratch::exists(path));
+    }
+
+    void immutableFlagIsPutBackWhereTheFileThenFails()
+    {
+        const QByteArray path = makeFile(ext4_->path("file"));
+        QVERIFY(setFlag(path, FS_IMMUTABLE_FL | FS_NODUMP_FL));
+        const int before = flagsOf(path);
+        {
+            FailingSync calls;
+            const SystemCalls::Replacement replacement(calls);
+            QCOMPARE(wipe(queueItem(path, 1)), 2);
+        }
+        QCOMPARE(flagsOf(path), before);
+        clearFlags(path);
+    }
+
+    void immutableFlagIsPutBackOnTheTargetOfALink()
+    {
+        const QByteArray target = makeFile(ext4_->path("target"));
+        QVERIFY(setFlag(target, FS_IMMUTABLE_FL));
+        const QByteArray link = ext4_->path("link");
+        QCOMPARE(::symlink("target", link.constData()), 0);
+        ScanFacts facts;
+        facts.isLink = true;
+
+        QCOMPARE(wipe(queueItem(link, 1, facts)), 1);
+
+        QVERIFY(!Scratch::exists(link));
+        QVERIFY((flagsOf(target) & FS_IMMUTABLE_FL) != 0);
+        QCOMPARE(Scratch::content(target), QByteArray(6, '\0'));
+        clearFlags(target);
+    }
+
+    void immutableFileWithAnotherNameFailsToBeRemovedOnlyIfItHasTo()
+    {
+        const QByteArray path = makeFile(ext4_->path("name"));
+        const QByteArray other = ext4_->path("other");
+        QCOMPARE(::link(path.constData(), other.constData()), 0);
+        QVERIFY(setFlag(path, FS_IMMUTABLE_FL));
+
+        QCOMPARE(wipe(queueItem(path, 1)), 1);
+
+        QVERIFY(!Scratch::exists(path));
+        QVERIFY((flagsOf(other) & FS_IMMUTABLE_FL) != 0);
+        clearFlags(other);
+    }
+
+    void appendOnlyFileStaysUnrepaired()
+    {
+        const QByteArray path = makeFile(ext4_->path("file"));
+        QVERIFY(setFlag(path, FS_APPEND_FL));
+        const auto item = queueItem(path, 1);
+
+        QCOMPARE(wipe(item), 2);
+
+        QCOMPARE(item->errornr(), 1);
+        QCOMPARE(Scratch::content(path), QByteArray("secret"));
+        QVERIFY((flagsOf(path) & FS_APPEND_FL) != 0);
+        clearFlags(path);
+    }
+
+    void fileInAnImmutableFolderIsOverwrittenAndStays()
+    {
+        const QByteArray folder = ext4_->path("folder");
+        QCOMPARE(::mkdir(folder.constData(), 0755), 0);
+        const QByteArray path = makeFile(folder + "/file");
+        QVERIFY(setFlag(folder, FS_IMMUTABLE_FL));
+        const auto item = queueItem(path, 1);
+
+        QCOMPARE(wipe(item), 2);
+
+        QCOMPARE(item->errornr(), 1);
+        QCOMPARE(Scratch::content(path), QByteArray(6, '\0'));
+        QVERIFY((flagsOf(folder) & FS_IMMUTABLE_FL) != 0);
+        clearFlags(folder);
+    }
+
+    void devicesAreNotEvenOpened_data()
+    {
+        QTest::addColumn<uint>("mode");
+        QTest::addColumn<uint>("minor");
+        QTest::addColumn<bool>("isThroughALink");
+        // Numbers that no driver has, should anything open them all the same.
+        QTest::newRow("character device") << uint(S_IFCHR) << 250U << false;
+        QTest::newRow("block device") << uint(S_IFBLK) << 251U << false;
+        QTest::newRow("link to a character device") << uint(S_IFCHR) << 250U << true;
+    }
+    void devicesAreNotEvenOpened()
+    {
+        QFETCH(uint, mode);
+        QFETCH(uint, minor);
+        QFETCH(bool, isThroughALink);
+        const QByteArray node = scratch_->path("node");
+        QCOMPARE(::mknod(node.constData(), mode_t(mode | 0600U), makedev(240, minor)), 0);
+        ScanFacts facts;
+        facts.isLink = isThroughALink;
+        const QByteArray path = isThroughALink ? scratch_->link("link", "node") : node;
+        const auto item = queueItem(path, 4, facts);
+        NotingOpens calls;
+        const SystemCalls::Replacement replacement(calls);
+
+        QCOMPARE(wipe(item), 2);
+
+        QCOMPARE(item->errormsg(), QStringLiteral("Not a regular file"));
+        QCOMPARE(item->errornr(), 0);
+        QVERIFY(!calls.wasOpened);
+        QVERIFY(Scratch::exists(path));
+        QVERIFY(Scratch::exists(node));
+    }
+
+    void fullDiskFailsTheFileWithTheSystemsText()
+    {
+        // A sparse file has no blocks yet, so overwriting it needs room that is not there.
+        const QByteArray path = makeFile(ext4_->path("sparse"));
+        QCOMPARE(::truncate(path.constData(), 256 << 20), 0);
+        const auto item = queueItem(path, 1);
+
+        QCOMPARE(wipe(item), 2);
+
+        QCOMPARE(item->errornr(), ENOSPC);
+        QVERIFY(Scratch::exists(path));
+    }
+
+  private:
+    std::unique_ptr<Scratch> scratch_;
+    std::unique_ptr<Ext4Image> ext4_;
+};
+
+QTEST_GUILESS_MAIN(FileWiperAsRootTest)
+#include "FileWiperAsRootTest.moc"
