@@ -33,15 +33,15 @@ const char usage[] =
     "  -y, --yes               do not ask\n"
     "  -n, --dry-run           show what would be erased, and end\n"
     "      --leave-link-targets\n"
-    "                          remove symbolic links without overwriting the files that\n"
+    "                          remove symbolic links without overwriting the files\n"
     "                          they point to\n"
     "      --json              print the outcome as JSON on standard output\n"
     "      --report FILE       write the outcome as JSON to FILE\n"
     "  -q, --quiet             print nothing but failures\n"
     "\n"
     "Exit status: 0 all erased; 1 something failed or was refused; 2 wrong usage or\n"
-    "nothing erased; 130, 143 interrupted. The first Ctrl-C ends the run after the file\n"
-    "in work, the second at once.\n";
+    "nothing erased; 130, 143 interrupted. The first Ctrl-C ends the run after the\n"
+    "file in work, the second at once.\n";
 
 int refuse(const QString &problem)
 {

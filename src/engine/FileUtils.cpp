@@ -57,7 +57,7 @@ int makeFolders(const QByteArray &path)
     if (const int error = makeFolders(parent); error != 0)
         return error;
     const int again = SystemCalls::current().makeFolder(path.constData());
-    return again < 0 ? -again : 0;
+    return again >= 0 || FileUtils::doesFolderExists(FileUrl(path)) ? 0 : -again;
 }
 
 /// 0, or the error number.

@@ -36,6 +36,8 @@ FileWiper::~FileWiper() = default;
 void FileWiper::start()
 {
     self_ = shared_from_this();
+    // The first thing that the wiper has done on the main thread; here it needs no hand-over.
+    updateIsBusyTo(true);
     QThread::start();
     if (isRunning() || isFinished())
         return;
@@ -59,14 +61,13 @@ void FileWiper::main()
 {
     fileUtils_ = std::make_unique<FileUtils>();
     filepath_ = currentObject_->fullpath();
-    MainThread::callAndWait([this] { updateIsBusyTo(true); });
     status_ = erase() ? Succeeded : Failed;
     for (auto repair = repairs_.rbegin(); repair != repairs_.rend(); ++repair)
         repair->putBack();
     repairs_.clear();
     folder_.close();
-    MainThread::callAndWait([this] { report(); });
-    MainThread::callAndWait([this] { wipeFinishedDelegate(); });
+    // The counters that follow from the report stand when the delegate hears of the file.
+    MainThread::callAndWait([this] { report(); }, [this] { wipeFinishedDelegate(); });
 }
 
 /// Status first: the item's statistics rule reads it when `finished` changes.

@@ -39,7 +39,7 @@ class FileWiperDelegate
 ///               waiting
 /// Owns:         itself, from start() until its thread has ended
 /// Holds:        its item; its delegate weakly
-/// Blocks:       on disk I/O, and on the main thread three times a file
+/// Blocks:       on disk I/O, and on the main thread when the file is done
 /// Units:        bytes
 /// Failure:      item status 2 with `errornr` and `errormsg`. The file then keeps its name, unless
 ///               another process took it; permissions and flags that were repaired are put back
@@ -76,7 +76,8 @@ class FileWiper : public QThread, public std::enable_shared_from_this<FileWiper>
     [[nodiscard]] float percentageUnit() const { return percentageUnit_; }
     void setPercentageUnit(float unit) { percentageUnit_ = unit; }
 
-    /// Where the system has no thread to give, the item fails with the system's text.
+    /// Marks the item as busy and starts the thread, which runs main(). Where the system has no
+    /// thread to give, the item fails with the system's text.
     void start();
 
     void main();

@@ -109,3 +109,16 @@ void MainThread::callAndWait(const Call &call)
     });
     done.acquire();
 }
+
+void MainThread::callAndWait(const Call &first, const Call &second)
+{
+    std::binary_semaphore done(0);
+    post([&first, &second, &done] {
+        first();
+        post([&second, &done] {
+            second();
+            done.release();
+        });
+    });
+    done.acquire();
+}

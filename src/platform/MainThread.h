@@ -22,4 +22,8 @@ void post(Call call);
 /// at once. Blocks on the main thread's event loop.
 void callAndWait(const Call &call);
 
+/// The same for two calls: `second` runs behind all that `first` posts. One wait instead of two.
+/// Not from the main thread.
+void callAndWait(const Call &first, const Call &second);
+
 } // namespace MainThread

@@ -91,7 +91,7 @@ QByteArray PathBytes::join(const QByteArray &folder, const QByteArray &name)
 
 QByteArray PathBytes::absolute(const QByteArray &path, const QByteArray &startFolder)
 {
-    if (path.isEmpty())
+    if (path.isEmpty() || (startFolder.isEmpty() && !path.startsWith('/')))
         return path;
     const QByteArray whole = path.startsWith('/') ? path : startFolder + '/' + path;
     QByteArray result;

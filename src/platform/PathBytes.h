@@ -17,7 +17,7 @@ QByteArray join(const QByteArray &folder, const QByteArray &name);
 
 /// An absolute path out of what a user or another program handed over: `startFolder` goes before a
 /// relative one; "." components and doubled and trailing slashes go; nothing is resolved. An empty
-/// path stays empty.
+/// path stays empty, and without a start folder a relative one stays relative.
 QByteArray absolute(const QByteArray &path, const QByteArray &startFolder);
 
 /// For one line of text: bytes that are not UTF-8 and control characters become "\xNN" escapes
