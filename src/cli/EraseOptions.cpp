@@ -7,15 +7,15 @@
 namespace {
 
 // Below 'A': options without a short form.
-constexpr char leaveLinkTargets = 1;
-constexpr char json = 2;
-constexpr char report = 3;
+constexpr char leaveLinkTargets = 2;
+constexpr char json = 3;
+constexpr char report = 4;
 
 const std::vector<CommandOptions::Option> knownOptions = {
     {"method", 'm', true}, {"yes", 'y'},
     {"dry-run", 'n'},      {"leave-link-targets", leaveLinkTargets},
     {"json", json},        {"report", report, true},
-    {"quiet", 'q'},
+    {"quiet", 'q'},        {"help", 'h'},
 };
 
 bool isMethod(std::int64_t number)
@@ -46,6 +46,9 @@ void apply(EraseOptions &options, char name, const QByteArray &value)
         break;
     case 'q':
         options.isQuiet = true;
+        break;
+    case 'h':
+        options.wantsHelp = true;
         break;
     case leaveLinkTargets:
         options.leavesLinkTargets = true;
@@ -80,6 +83,8 @@ EraseOptions EraseOptions::parse(const std::vector<QByteArray> &arguments,
             return options;
     }
     options.paths = parsed.operands;
+    if (options.wantsHelp)
+        return options;
     if (options.paths.empty())
         options.error = QStringLiteral("nothing to erase: name files or folders");
     else if (!isMethod(options.method))

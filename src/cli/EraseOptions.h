@@ -17,6 +17,7 @@ struct EraseOptions
     bool leavesLinkTargets = false;
     bool printsJson = false;
     bool isQuiet = false;
+    bool wantsHelp = false;
     QByteArray reportPath; ///< null: no report
     std::vector<QByteArray> paths;
     QString error; ///< what was wrong with the command line; empty if nothing

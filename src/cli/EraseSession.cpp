@@ -24,15 +24,6 @@ QString failureLine(const QByteArray &path, const QString &text)
     return shown + QStringLiteral(": ") + text;
 }
 
-/// Still there after the run. What was refused counts as there.
-bool isLeft(const ScanFailure &failure)
-{
-    FileStatus status;
-    return failure.errornr == 0 ||
-           SystemCalls::current().statusAt(SystemCalls::startFolder, failure.path.constData(),
-                                           SystemCalls::LastLink::Stop, status) != -ENOENT;
-}
-
 bool isYes(const QByteArray &answer)
 {
     const QByteArray word = answer.trimmed().toLower();
@@ -57,6 +48,10 @@ void EraseSession::start()
         console_.sayError(QStringLiteral(
             "vantorel-cli: no terminal to ask on; add --yes to erase without asking"));
         end(ExitCode::NothingErased);
+        return;
+    }
+    if (interruptedBy_ != 0) {
+        conclude();
         return;
     }
     scanner_->setDelegate(weak_from_this());
@@ -99,24 +94,40 @@ void EraseSession::newObjectsForQueue(ScanReport report)
     findings_ = Findings::of(run_);
     if (interruptedBy_ != 0) {
         conclude();
-    } else if (findings_.isEmpty()) {
+    } else if (findings_.isEmpty() && scanFailures_.empty()) {
         console_.sayError(QStringLiteral("vantorel-cli: nothing to do"));
-        end(scanFailures_.empty() ? ExitCode::NothingErased : ExitCode::Failed);
+        end(ExitCode::NothingErased);
     } else if (openReport()) {
-        if (options_.isDryRun || options_.isConfirmed)
-            console_.say(findings_.text(options_.method, options_.leavesLinkTargets));
-        if (options_.isDryRun)
-            conclude();
-        else if (options_.isConfirmed)
-            erase();
-        else
-            ask();
+        proceed();
+    }
+}
+
+/// What was found can be reported: goes on as far as the options say.
+void EraseSession::proceed()
+{
+    if (findings_.isEmpty()) {
+        conclude();
+    } else if (options_.isDryRun || options_.isConfirmed) {
+        console_.say(findings_.text(options_.method, options_.leavesLinkTargets));
+        options_.isDryRun ? conclude() : erase();
+    } else {
+        ask();
     }
 }
 
 bool EraseSession::openReport()
 {
-    const QString problem = reportFile_ ? reportFile_->open() : QString();
+    if (!reportFile_)
+        return true;
+    QString problem;
+    for (const QByteArray &path : options_.paths) {
+        if (reportFile_->liesIn(PathBytes::absolute(path, startFolder_)))
+            problem =
+                failureLine(options_.reportPath,
+                            QStringLiteral("The report would stand in a folder to be erased"));
+    }
+    if (problem.isEmpty())
+        problem = reportFile_->open();
     if (problem.isEmpty())
         return true;
     console_.sayError(problem);
@@ -211,7 +222,12 @@ void EraseSession::finishedWiping()
 
 void EraseSession::removeFolders()
 {
-    foldersRemoved_ = run_.deleteFolders();
+    const std::vector<QByteArray> removed = run_.deleteFolders();
+    foldersRemoved_ = qsizetype(removed.size());
+    // A folder that could not be read was empty after all.
+    std::erase_if(scanFailures_, [&removed](const ScanFailure &failure) {
+        return std::find(removed.begin(), removed.end(), failure.path) != removed.end();
+    });
     for (const FailedFile &failed : run_.failedFiles()) {
         if (failed.removedWithFolder)
             console_.sayError(failureLine(failed.path, RunTexts::failure(failed)));
@@ -245,8 +261,7 @@ void EraseSession::conclude()
 bool EraseSession::isAllErased() const
 {
     const bool isFolderLeft = !options_.isDryRun && foldersRemoved_ < findings_.folders;
-    return run_.failedFiles().empty() && !isFolderLeft &&
-           std::none_of(scanFailures_.begin(), scanFailures_.end(), isLeft);
+    return run_.failedFiles().empty() && !isFolderLeft && scanFailures_.empty();
 }
 
 JsonReport EraseSession::makeReport() const
@@ -268,8 +283,7 @@ JsonReport EraseSession::makeReport() const
         report.failures.push_back({failed.path,
                                    failed.item ? static_cast<int>(failed.item->errornr()) : 0,
                                    RunTexts::failure(failed)});
-    std::copy_if(scanFailures_.begin(), scanFailures_.end(), std::back_inserter(report.failures),
-                 isLeft);
+    report.failures.insert(report.failures.end(), scanFailures_.begin(), scanFailures_.end());
     return report;
 }
 

@@ -48,6 +48,7 @@ class EraseSession : public FolderScannerControllerDelegate,
 
   private:
     [[nodiscard]] ScanItems scanItems() const;
+    void proceed();
     bool openReport();
     void ask();
     void readAnswer();

@@ -5,7 +5,7 @@ namespace ExitCode {
 
 enum : int {
     Erased = 0,        ///< all that was named
-    Failed = 1,        ///< something is still there
+    Failed = 1,        ///< something was not overwritten, or is still there
     NothingErased = 2, ///< wrong usage, nothing to do, or the user said no
     Signal = 128
 };

@@ -52,6 +52,12 @@ int refuse(const QString &problem)
     return ExitCode::NothingErased;
 }
 
+int printHelp()
+{
+    StandardStreams::write(StandardStreams::Output, usage);
+    return ExitCode::Erased;
+}
+
 int printMethods(const Arguments &arguments)
 {
     const bool isJson = arguments.size() == 1 && arguments.front() == "--json";
@@ -77,6 +83,8 @@ int erase(const Arguments &arguments)
                                         defaults.boolean(QStringLiteral("skipLinkTargets"))});
     if (!options.error.isEmpty())
         return refuse(options.error);
+    if (options.wantsHelp)
+        return printHelp();
     const auto session = std::make_shared<EraseSession>(options, startFolder());
     const StopSignals signals_([&session](int signal) { session->stop(signal); });
     MainThread::post([&session] { session->start(); });
@@ -89,14 +97,12 @@ int run(const Arguments &arguments)
         return refuse(QStringLiteral("what is to be done?"));
     const QByteArray command = arguments.front();
     const Arguments rest(arguments.begin() + 1, arguments.end());
-    if (command == "erase" && rest != Arguments{"--help"})
+    if (command == "erase")
         return erase(rest);
     if (command == "methods" && rest != Arguments{"--help"})
         return printMethods(rest);
-    if (command == "--help" || command == "-h" || rest == Arguments{"--help"}) {
-        StandardStreams::write(StandardStreams::Output, usage);
-        return ExitCode::Erased;
-    }
+    if (command == "--help" || command == "-h" || rest == Arguments{"--help"})
+        return printHelp();
     if (command == "--version") {
         StandardStreams::write(StandardStreams::Output, "vantorel-cli " VANTOREL_VERSION "\n");
         return ExitCode::Erased;

@@ -170,19 +170,24 @@ void FileUtils::deleteFolder(const QByteArray &path) const
         logError("-[FileUtils deleteFolder:]", path, error);
 }
 
-std::vector<QByteArray> FileUtils::deleteFoldersFromArray(const FolderPaths &folders) const
+FolderSweep FileUtils::deleteFoldersFromArray(const FolderPaths &folders) const
 {
-    std::vector<QByteArray> notOverwritten;
+    const auto append = [](std::vector<QByteArray> &to, const std::vector<QByteArray> &from) {
+        to.insert(to.end(), from.begin(), from.end());
+    };
+    FolderSweep sweep;
     for (const auto &[path, facts] : folders) {
         FolderRemoval removal(path, facts);
         if (!removal.isEmpty())
             continue;
         if (const int error = removal.remove(FolderRemoval::Contents::HiddenOnly); error != 0)
             logError("-[FileUtils deleteFolder:]", path, error);
-        notOverwritten.insert(notOverwritten.end(), removal.removedEntries().begin(),
-                              removal.removedEntries().end());
+        else
+            sweep.removedFolders.push_back(path);
+        append(sweep.removedFolders, removal.removedFolders());
+        append(sweep.removedFiles, removal.removedEntries());
     }
-    return notOverwritten;
+    return sweep;
 }
 
 bool FileUtils::deleteFile(const FileUrl &url) const

@@ -15,6 +15,14 @@
 
 class TreeScan;
 
+/// What became of folders that were offered for removal.
+struct FolderSweep
+{
+    std::vector<QByteArray> removedFolders; ///< also those that went inside another one
+    /// The hidden files that went with them, which nothing has overwritten.
+    std::vector<QByteArray> removedFiles;
+};
+
 /// The file-system operations of the system: tests, sizes, folder creation, removal, repair of what
 /// keeps a file from being opened for writing, a random name, cutting to nothing; and the scan that
 /// turns one item into queue items and folders.
@@ -22,7 +30,10 @@ class TreeScan;
 /// Thread:  any; the scan operations on one worker at a time, `cancelScanProcess` from any
 /// Blocks:  on disk I/O
 /// Units:   bytes
-/// Failure: false, nothing, -1 or the location that was passed in, and one line in the system log
+/// Failure: false, nothing, -1 or the location that was passed in; where something was to be
+/// changed,
+///          one line in the system log
+/// Paths:   absolute
 class FileUtils
 {
   public:
@@ -52,8 +63,7 @@ class FileUtils
     void deleteFolder(const QByteArray &path) const;
     /// Removes, in this order, the folders that are empty. Of a link to a folder only the link
     /// goes.
-    /// The paths of the hidden files that went with their folders, which nothing has overwritten.
-    std::vector<QByteArray> deleteFoldersFromArray(const FolderPaths &folders) const;
+    FolderSweep deleteFoldersFromArray(const FolderPaths &folders) const;
     /// Only unlinks: a folder stays.
     bool deleteFile(const FileUrl &url) const;
     /// The same for the path's last component in a folder that is open. 0, or the error number.

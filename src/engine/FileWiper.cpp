@@ -36,7 +36,7 @@ FileWiper::~FileWiper() = default;
 void FileWiper::start()
 {
     self_ = shared_from_this();
-    // The first thing that the wiper has done on the main thread; here it needs no hand-over.
+    // A step of the main thread's, which here needs no hand-over.
     updateIsBusyTo(true);
     QThread::start();
     if (isRunning() || isFinished())
@@ -62,12 +62,22 @@ void FileWiper::main()
     fileUtils_ = std::make_unique<FileUtils>();
     filepath_ = currentObject_->fullpath();
     status_ = erase() ? Succeeded : Failed;
-    for (auto repair = repairs_.rbegin(); repair != repairs_.rend(); ++repair)
-        repair->putBack();
-    repairs_.clear();
+    putBackRepairs();
     folder_.close();
     // The counters that follow from the report stand when the delegate hears of the file.
     MainThread::callAndWait([this] { report(); }, [this] { wipeFinishedDelegate(); });
+}
+
+/// A file that stays with permissions that are not its own is worth a word.
+void FileWiper::putBackRepairs()
+{
+    bool isPutBack = true;
+    for (auto repair = repairs_.rbegin(); repair != repairs_.rend(); ++repair)
+        isPutBack = repair->putBack() && isPutBack;
+    repairs_.clear();
+    if (!isPutBack && status_ == Failed)
+        currentObject_->setErrormsg(currentObject_->errormsg() +
+                                    QStringLiteral(" (its permissions could not be put back)"));
 }
 
 /// Status first: the item's statistics rule reads it when `finished` changes.
@@ -131,9 +141,12 @@ bool FileWiper::openFolder()
 {
     if (folder_.isOpen())
         return true;
-    const QByteArray path = PathBytes::withoutLastComponent(filepath_);
-    const std::int32_t givenLength = currentObject_->scanFacts().givenLength;
-    folder_ = FolderAccess::open(path, givenLength < 0 ? path.size() : givenLength);
+    // A name that only its folder makes too long could be reached through the folder. But nobody
+    // else could name that file, so it fails as it would for everybody.
+    folder_ = PathBytes::fitsTheSystem(filepath_)
+                  ? FolderAccess::open(PathBytes::withoutLastComponent(filepath_),
+                                       currentObject_->scanFacts().givenLength)
+                  : Descriptor(-ENAMETOOLONG);
     return folder_.isOpen();
 }
 
@@ -142,10 +155,12 @@ QByteArray FileWiper::nameInFolder() const
     return PathBytes::lastComponent(filepath_);
 }
 
-/// What was no link when it was scanned is not followed as one now.
+/// What was no link when it was scanned is not followed as one now, nor is any link whose target is
+/// to be left alone.
 LastLink FileWiper::lastLink() const
 {
-    return currentObject_->scanFacts().isLink ? LastLink::Follow : LastLink::Stop;
+    return currentObject_->scanFacts().isLink && !skipLinkTargets_ ? LastLink::Follow
+                                                                   : LastLink::Stop;
 }
 
 /// Reads what the name is. 0, or the error number.

@@ -23,7 +23,7 @@ class FileWiperDelegate
 
     virtual ~FileWiperDelegate() = default;
     [[nodiscard]] virtual bool answers(Call call) const = 0;
-    /// 1: overwritten, synced and removed; 2: failed.
+    /// FileWiper::Outcome
     virtual void wipeFinishedWithResult(std::int64_t /*result*/) {}
 };
 
@@ -33,10 +33,8 @@ class FileWiperDelegate
 /// A symbolic link is followed only where the item was one when it was scanned. The name is removed
 /// only while it still is the inode that was overwritten.
 ///
-/// Thread:       made, started and released on main; main() and what it calls run on the wiper's
-/// own
-///               thread, all signals blocked; the setters of the item run on main, the wiper
-///               waiting
+/// Thread:       made, started and released on main; main() and what it calls run on a thread of
+///               the wiper's, all signals blocked; the setters of the item run on main
 /// Owns:         itself, from start() until its thread has ended
 /// Holds:        its item; its delegate weakly
 /// Blocks:       on disk I/O, and on the main thread when the file is done
@@ -44,7 +42,8 @@ class FileWiperDelegate
 /// Failure:      item status 2 with `errornr` and `errormsg`. The file then keeps its name, unless
 ///               another process took it; permissions and flags that were repaired are put back
 /// Invariant:    (1) at most one wiper works at a time: buffer, descriptor and size are shared
-///               (2) no name is removed unless every pass was written in full and synced
+///               (2) no name is removed unless every pass was written in full and synced, but for
+///               that of a link whose target is left alone
 class FileWiper : public QThread, public std::enable_shared_from_this<FileWiper>
 {
     struct Private
@@ -118,6 +117,7 @@ class FileWiper : public QThread, public std::enable_shared_from_this<FileWiper>
     bool isSizeUnchanged();
     bool isStillTheSameFile();
     void closeAfterFailure();
+    void putBackRepairs();
     void report();
     bool failAttempt(int errorNumber);
     bool fail(int errorNumber);

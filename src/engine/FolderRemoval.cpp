@@ -18,35 +18,48 @@ bool isHidden(const char *name)
     return name[0] == '.';
 }
 
-/// Removes what it is told of, and remembers the first failure.
+/// Removes what it is told of, and remembers the first failure. Stays on the file system of the
+/// folder where it began: what is mounted below came after the scan.
 class Remover final : public TreeVisitor
 {
   public:
-    Remover(QByteArray top, FolderRemoval::Contents contents)
-        : top_(std::move(top)), contents_(contents)
+    Remover(QByteArray top, const FileStatus &status, FolderRemoval::Contents contents)
+        : top_(std::move(top)), device_(status.device), contents_(contents)
     {
     }
 
     bool enterFolder(const QByteArray &path) override
     {
-        return mayRemove(PathBytes::withoutLastComponent(path),
-                         PathBytes::lastComponent(path).constData());
+        const qsizetype slash = path.lastIndexOf('/');
+        return mayRemove(slash == top_.size(), path.constData() + slash + 1);
+    }
+
+    bool openedFolder(const QByteArray & /*path*/, const FileStatus &status) override
+    {
+        if (status.device == device_)
+            return true;
+        note(-EXDEV);
+        return false;
     }
 
     void visitEntry(int folder, const QByteArray &folderPath, const char *name,
                     FileKind /*kind*/) override
     {
-        if (!mayRemove(folderPath, name))
+        if (!mayRemove(folderPath.size() == top_.size(), name))
             return;
         const int result = SystemCalls::current().unlink(folder, name);
         note(result);
         if (result >= 0)
-            removed_.push_back(PathBytes::join(folderPath, name));
+            entries.push_back(PathBytes::join(folderPath, name));
     }
 
-    void leaveFolder(int parent, const char *name) override
+    void leaveFolder(int parent, const QByteArray &path, const char *name) override
     {
-        note(SystemCalls::current().removeFolder(parent, name));
+        const int result = SystemCalls::current().removeFolder(parent, name);
+        note(result);
+        // A longer one cannot have been queued for removal by its path.
+        if (result >= 0 && PathBytes::fitsTheSystem(path))
+            folders.push_back(path);
     }
 
     void unreadableFolder(const QByteArray & /*path*/, int error) override { note(-error); }
@@ -54,12 +67,14 @@ class Remover final : public TreeVisitor
     [[nodiscard]] bool shouldStop() const override { return false; }
 
     [[nodiscard]] int error() const { return error_; }
-    [[nodiscard]] std::vector<QByteArray> takeRemoved() { return std::exchange(removed_, {}); }
+
+    std::vector<QByteArray> entries;
+    std::vector<QByteArray> folders;
 
   private:
-    [[nodiscard]] bool mayRemove(const QByteArray &folderPath, const char *name) const
+    [[nodiscard]] bool mayRemove(bool isInTop, const char *name) const
     {
-        return contents_ == FolderRemoval::Contents::All || isHidden(name) || folderPath != top_;
+        return contents_ == FolderRemoval::Contents::All || !isInTop || isHidden(name);
     }
 
     void note(int result)
@@ -69,19 +84,18 @@ class Remover final : public TreeVisitor
     }
 
     QByteArray top_;
+    std::uint64_t device_;
     FolderRemoval::Contents contents_;
-    std::vector<QByteArray> removed_;
     int error_ = 0;
 };
 
 } // namespace
 
 FolderRemoval::FolderRemoval(const QByteArray &path, const ScanFacts &facts)
-    : path_(path), name_(PathBytes::lastComponent(path)), isLink_(facts.isLink)
+    : path_(PathBytes::withoutTrailingSlashes(path)), name_(PathBytes::lastComponent(path)),
+      isLink_(facts.isLink)
 {
-    const QByteArray parentPath = PathBytes::withoutLastComponent(path);
-    parent_ = FolderAccess::open(parentPath,
-                                 facts.givenLength < 0 ? parentPath.size() : facts.givenLength);
+    parent_ = FolderAccess::open(PathBytes::withoutLastComponent(path), facts.givenLength);
     if (parent_.isOpen())
         folder_ =
             Descriptor(SystemCalls::current().open(parent_.fd(), name_.constData(), Access::Folder,
@@ -131,9 +145,10 @@ int FolderRemoval::removeContents(Contents contents)
     if (const int result = calls.status(folder_.fd(), opened); result < 0)
         return -result;
     calls.seek(folder_.fd(), 0);
-    Remover remover(path_, contents);
+    Remover remover(path_, opened, contents);
     TreeWalk(remover).walk(std::move(folder_), path_);
-    removedEntries_ = remover.takeRemoved();
+    removedEntries_ = std::move(remover.entries);
+    removedFolders_ = std::move(remover.folders);
     if (remover.error() != 0)
         return remover.error();
     FileStatus named;

@@ -30,8 +30,9 @@ class FolderRemoval
     [[nodiscard]] bool isEmpty() const;
     /// 0, or an error number: EPERM for a protected place. To be called once.
     int remove(Contents contents);
-    /// The paths of the entries, folders aside, that remove() took away with the folder.
+    /// What remove() took away with the folder: entries of other kinds, and folders.
     [[nodiscard]] const std::vector<QByteArray> &removedEntries() const { return removedEntries_; }
+    [[nodiscard]] const std::vector<QByteArray> &removedFolders() const { return removedFolders_; }
 
   private:
     int removeFolder(Contents contents);
@@ -42,6 +43,7 @@ class FolderRemoval
     QByteArray name_;
     bool isLink_;
     std::vector<QByteArray> removedEntries_;
+    std::vector<QByteArray> removedFolders_;
     Descriptor parent_;
     Descriptor folder_; ///< closed where the folder could not be opened for listing
 };

@@ -54,17 +54,23 @@ bool InodeRepair::addWritePermission()
     return true;
 }
 
-void InodeRepair::putBack()
+bool InodeRepair::putBack()
 {
     FileStatus now;
     if (!isKnown_ || SystemCalls::current().status(handle_.fd(), now) < 0 || now.hardLinks == 0)
-        return;
+        return true;
+    bool isPutBack = true;
     if (oldPermissions_)
-        SystemCalls::current().setPermissions(handle_.fd(), *oldPermissions_);
+        isPutBack = SystemCalls::current().setPermissions(handle_.fd(), *oldPermissions_) >= 0;
     if (wasUnlocked_)
-        setImmutable(true);
+        isPutBack = setImmutable(true) && isPutBack;
+    if (!isPutBack)
+        SystemLog::write("-[InodeRepair putBack]",
+                         QStringLiteral("Could not put back permissions or flags of %1")
+                             .arg(PathBytes::printable(path_)));
     oldPermissions_.reset();
     wasUnlocked_ = false;
+    return isPutBack;
 }
 
 /// Whether the flag changed.

@@ -27,8 +27,8 @@ class InodeRepair
     /// Sets the permissions to 0777.
     bool addWritePermission();
 
-    /// Undoes the repair where the inode still has a name.
-    void putBack();
+    /// Undoes the repair where the inode still has a name. False: it stays repaired, as logged.
+    bool putBack();
 
     /// Whether the inode may be used at all: a handle to a symbolic link itself may not.
     [[nodiscard]] bool isUsable() const;

@@ -2,8 +2,20 @@
 
 #include "platform/OptionalDelegate.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
+
+namespace {
+
+/// What a double is as a signed 64-bit integer, the nearest one where it is none.
+double asInteger(double value)
+{
+    constexpr double limit = 9223372036854775808.0; // 2^63
+    return std::isnan(value) ? 0 : std::clamp(std::trunc(value), -limit, limit);
+}
+
+} // namespace
 
 QueueStatsObject::QueueStatsObject(Private)
 {
@@ -56,7 +68,7 @@ void QueueStatsObject::observeValueForKeyPath(KeyPath keyPath, const PropertyCha
 
 void QueueStatsObject::totalBytesChanged(const PropertyChange &change)
 {
-    setMaxValue(std::trunc(change.newValue));
+    setMaxValue(asInteger(change.newValue));
 }
 
 void QueueStatsObject::filesFinishedChanged(const PropertyChange & /*change*/)

@@ -19,3 +19,10 @@ struct ScanFacts
 
 /// The folders that a scan met, by path.
 using FolderMap = std::map<QByteArray, ScanFacts>;
+
+/// A later entry of the same path takes the place of the earlier one.
+inline void mergeFolders(FolderMap &into, const FolderMap &folders)
+{
+    for (const auto &[path, facts] : folders)
+        into.insert_or_assign(path, facts);
+}

@@ -75,8 +75,9 @@ void TreeScan::scanFolder(const QByteArray &path)
     enterFolder(path);
     FileStatus status;
     SystemCalls &calls = SystemCalls::current();
-    calls.statusAt(SystemCalls::startFolder, path.constData(), LastLink::Stop, status);
-    if (status.kind == FileKind::Link) {
+    const bool isKnown =
+        calls.statusAt(SystemCalls::startFolder, path.constData(), LastLink::Stop, status) >= 0;
+    if (isKnown && status.kind == FileKind::Link) {
         findings_.folders[path].isLink = true;
         return;
     }
@@ -116,7 +117,8 @@ QueueArray::Item TreeScan::makeItem(const Name &name)
         else if (!facts.isLink ||
                  calls.statusAt(name.folder, name.relative, LastLink::Follow, status) >= 0)
             size = double(status.size);
-        facts.isCopyOnWrite = isCopyOnWrite(status.device, name.path);
+        facts.isCopyOnWrite =
+            FileSystemKind::isCopyOnWrite(fileSystemType(status.device, name.path));
     }
 
     const QueueArray::Item item = QueueObject::create();
@@ -131,16 +133,16 @@ QueueArray::Item TreeScan::makeItem(const Name &name)
     return item;
 }
 
-bool TreeScan::isCopyOnWrite(std::uint64_t device, const QByteArray &path)
+/// 0 where the system does not say.
+std::uint64_t TreeScan::fileSystemType(std::uint64_t device, const QByteArray &path)
 {
-    const auto known = copyOnWriteDevices_.find(device);
-    if (known != copyOnWriteDevices_.end())
+    const auto known = fileSystemTypes_.find(device);
+    if (known != fileSystemTypes_.end())
         return known->second;
     std::uint64_t type = 0;
-    const bool isCopyOnWrite = SystemCalls::current().fileSystemType(path.constData(), type) >= 0 &&
-                               FileSystemKind::isCopyOnWrite(type);
-    copyOnWriteDevices_.emplace(device, isCopyOnWrite);
-    return isCopyOnWrite;
+    SystemCalls::current().fileSystemType(path.constData(), type);
+    fileSystemTypes_.emplace(device, type);
+    return type;
 }
 
 /// A folder whose path the system does not take can be neither found nor removed by it. It is no
@@ -149,9 +151,20 @@ bool TreeScan::enterFolder(const QByteArray &path)
 {
     if (PathBytes::fitsTheSystem(path))
         findings_.folders[path].givenLength = order_.givenLength;
-    else if (PathBytes::fitsTheSystem(PathBytes::withoutLastComponent(path)))
+    else if (path.lastIndexOf('/') <= PathBytes::longestPath)
         unreadableFolder(path, ENAMETOOLONG);
     return true;
+}
+
+bool TreeScan::openedFolder(const QByteArray &path, const FileStatus &status)
+{
+    if (!protectedPlaces_.contains(status, fileSystemType(status.device, path)))
+        return true;
+    const QString refusal = ProtectedPlaces::refusalOnTheWay();
+    logLocation("-[FileUtils recursiveScan:]_block_invoke (1):", path);
+    findings_.folders.erase(path);
+    findings_.failures.push_back({path, 0, refusal});
+    return false;
 }
 
 void TreeScan::visitEntry(int folder, const QByteArray &folderPath, const char *name,
@@ -162,7 +175,7 @@ void TreeScan::visitEntry(int folder, const QByteArray &folderPath, const char *
         makeItem(Name{folder, name, folderPath, bytes, PathBytes::join(folderPath, bytes)}));
 }
 
-void TreeScan::leaveFolder(int /*parent*/, const char * /*name*/)
+void TreeScan::leaveFolder(int /*parent*/, const QByteArray & /*path*/, const char * /*name*/)
 {
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/ProtectedPlaces.h"
 #include "engine/QueueStatsObject.h"
 #include "engine/ScanReport.h"
 #include "platform/TreeWalk.h"
@@ -64,9 +65,10 @@ class TreeScan final : public TreeVisitor
     [[nodiscard]] QueueArray::Item makeItem(const QByteArray &path);
 
     bool enterFolder(const QByteArray &path) override;
+    bool openedFolder(const QByteArray &path, const FileStatus &status) override;
     void visitEntry(int folder, const QByteArray &folderPath, const char *name,
                     FileKind kind) override;
-    void leaveFolder(int parent, const char *name) override;
+    void leaveFolder(int parent, const QByteArray &path, const char *name) override;
     void unreadableFolder(const QByteArray &path, int error) override;
     void unreadableEntry(const QByteArray &path, int error) override;
     [[nodiscard]] bool shouldStop() const override { return order_.shouldCancel; }
@@ -75,10 +77,11 @@ class TreeScan final : public TreeVisitor
     struct Name;
 
     QueueArray::Item makeItem(const Name &name);
-    bool isCopyOnWrite(std::uint64_t device, const QByteArray &path);
+    std::uint64_t fileSystemType(std::uint64_t device, const QByteArray &path);
 
     Order order_;
     Findings findings_;
     FoundCounter counter_;
-    std::map<std::uint64_t, bool> copyOnWriteDevices_;
+    ProtectedPlaces protectedPlaces_;
+    std::map<std::uint64_t, std::uint64_t> fileSystemTypes_; ///< by device
 };

@@ -4,6 +4,8 @@
 
 namespace {
 
+constexpr int operand = 1; // getopt_long(3), with "-"
+
 bool hasShortForm(char name)
 {
     return name >= 'A';
@@ -11,8 +13,9 @@ bool hasShortForm(char name)
 
 QByteArray shortForms(const std::vector<CommandOptions::Option> &known)
 {
-    // The leading colon tells a missing value from an unknown option.
-    QByteArray text = ":";
+    // The dash tells operands in their place, whatever POSIXLY_CORRECT says; the colon tells a
+    // missing value from an unknown option.
+    QByteArray text = "-:";
     for (const CommandOptions::Option &option : known) {
         if (hasShortForm(option.shortName))
             text += option.shortName + QByteArray(option.takesValue ? ":" : "");
@@ -28,6 +31,13 @@ std::vector<option> longForms(const std::vector<CommandOptions::Option> &known)
                          each.shortName});
     forms.push_back({nullptr, 0, nullptr, 0});
     return forms;
+}
+
+/// The option that getopt_long() has just refused: a letter of a group, or the whole word.
+QByteArray culprit(const char *word)
+{
+    const bool isLetter = optopt >= 'A' && optopt <= 'z';
+    return isLetter ? QByteArray("-") + static_cast<char>(optopt) : QByteArray(word);
 }
 
 } // namespace
@@ -49,20 +59,19 @@ CommandOptions CommandOptions::parse(const std::vector<QByteArray> &arguments,
     CommandOptions parsed;
     opterr = 0;
     optind = 0; // glibc: starts anew
-    for (;;) {
-        const int at = optind == 0 ? 1 : optind;
-        const int name =
-            ::getopt_long(argc, argv.data(), shorts.constData(), longs.data(), nullptr);
-        if (name < 0)
-            break;
+    int name = 0;
+    while ((name = ::getopt_long(argc, argv.data(), shorts.constData(), longs.data(), nullptr)) >=
+           0) {
         if (name == '?' || name == ':') {
-            const QByteArray culprit =
-                at < argc ? QByteArray(argv[std::size_t(optind - 1)]) : QByteArray();
-            parsed.error = (name == ':' ? "needs a value: " : "unknown option: ") + culprit;
+            parsed.error = (name == ':' ? "needs a value: " : "unknown option: ") +
+                           culprit(argv[std::size_t(optind - 1)]);
             return parsed;
         }
-        parsed.options.emplace_back(static_cast<char>(name),
-                                    optarg != nullptr ? QByteArray(optarg) : QByteArray());
+        const QByteArray value = optarg != nullptr ? QByteArray(optarg) : QByteArray();
+        if (name == operand)
+            parsed.operands.push_back(value);
+        else
+            parsed.options.emplace_back(static_cast<char>(name), value);
     }
     for (int at = optind; at < argc; ++at)
         parsed.operands.emplace_back(argv[std::size_t(at)]);

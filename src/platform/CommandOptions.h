@@ -14,7 +14,7 @@ struct CommandOptions
     struct Option
     {
         const char *longName;
-        char shortName; ///< also its name in `options`; without a short form any other unique value
+        char shortName; ///< also its name in `options`; below 'A' and above 1: no short form
         bool takesValue = false;
     };
 
@@ -22,7 +22,7 @@ struct CommandOptions
     std::vector<QByteArray> operands;
     QByteArray error; ///< what was wrong; empty if nothing
 
-    /// `arguments` without the program's name. Letters below 'A' have no short form.
+    /// `arguments` without the program's name.
     static CommandOptions parse(const std::vector<QByteArray> &arguments,
                                 const std::vector<Option> &known);
 };

@@ -13,13 +13,18 @@ class Descriptor
 {
   public:
     Descriptor() = default;
-    explicit Descriptor(int fd) : fd_(fd) {}
-    Descriptor(Descriptor &&other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+    /// `fd` may be the negative error number of the call that should have opened it.
+    explicit Descriptor(int fd) : fd_(fd < 0 ? -1 : fd), error_(fd < 0 ? -fd : 0) {}
+    Descriptor(Descriptor &&other) noexcept
+        : fd_(std::exchange(other.fd_, -1)), error_(other.error_)
+    {
+    }
     Descriptor &operator=(Descriptor &&other) noexcept
     {
         if (this != &other) {
             close();
             fd_ = std::exchange(other.fd_, -1);
+            error_ = other.error_;
         }
         return *this;
     }
@@ -28,10 +33,10 @@ class Descriptor
     ~Descriptor() { close(); }
 
     [[nodiscard]] bool isOpen() const { return fd_ >= 0; }
-    /// -1 when closed, never an error number (AT_FDCWD is negative, too).
-    [[nodiscard]] int fd() const { return fd_ < 0 ? -1 : fd_; }
+    /// -1 when closed.
+    [[nodiscard]] int fd() const { return fd_; }
     /// 0, or the error number where the call that should have opened it failed.
-    [[nodiscard]] int error() const { return fd_ < 0 ? -fd_ : 0; }
+    [[nodiscard]] int error() const { return error_; }
 
     void close()
     {
@@ -41,5 +46,6 @@ class Descriptor
     }
 
   private:
-    int fd_ = -1; ///< below 0: closed, or the negative error number of the open call
+    int fd_ = -1;
+    int error_ = 0;
 };

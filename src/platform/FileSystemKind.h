@@ -13,4 +13,8 @@ namespace FileSystemKind {
 /// linux/magic.h.
 bool isCopyOnWrite(std::uint64_t type);
 
+/// Whether the file system's files are the kernel's switches and tables rather than somebody's
+/// data.
+bool isKernelInterface(std::uint64_t type);
+
 } // namespace FileSystemKind

@@ -40,14 +40,15 @@ Descriptor FolderAccess::open(const QByteArray &path, qsizetype givenLength)
 {
     if (path.isEmpty())
         return Descriptor(-ENOENT);
+    if (givenLength < 0)
+        givenLength = path.size();
     // Most paths hold no link at all, and then one call does it.
     SystemCalls &calls = SystemCalls::current();
     if (const int fd = calls.openFolderWithoutLinks(SystemCalls::startFolder, path.constData());
         fd >= 0)
         return Descriptor(fd);
 
-    const QByteArray given =
-        givenLength > 0 ? path.first(std::min(givenLength, path.size())) : QByteArrayLiteral("/");
+    const QByteArray given = path.first(std::min(givenLength, path.size()));
     QByteArray found = path.mid(givenLength);
     if (found.startsWith('/'))
         found.remove(0, 1);

@@ -16,7 +16,7 @@
 namespace FolderAccess {
 
 /// Opens the folder at `path` as a FolderHandle. The first `givenLength` bytes of the path are its
-/// given end (0: the root folder).
+/// given end; below 0, all of it is.
 Descriptor open(const QByteArray &path, qsizetype givenLength);
 
 } // namespace FolderAccess

@@ -23,9 +23,10 @@ struct Node
 class CallQueue final : public QObject
 {
   public:
+    /// First made with the application, on the main thread. Never destroyed: a call may still be
+    /// handed over while the process ends.
     static CallQueue &instance()
     {
-        // Never destroyed: a call may still be handed over while the process ends.
         static CallQueue *const queue = new CallQueue;
         return *queue;
     }
@@ -45,7 +46,7 @@ class CallQueue final : public QObject
     void customEvent(QEvent * /*event*/) override { drain(); }
 
   private:
-    CallQueue() { moveToThread(QCoreApplication::instance()->thread()); }
+    CallQueue() = default;
 
     void wake()
     {
@@ -84,11 +85,17 @@ class CallQueue final : public QObject
     std::deque<MainThread::Call> ready_; ///< main thread only
 };
 
+void makeCallQueue()
+{
+    CallQueue::instance();
+}
+Q_COREAPP_STARTUP_FUNCTION(makeCallQueue)
+
 } // namespace
 
 bool MainThread::isCurrent()
 {
-    return QThread::currentThread() == QCoreApplication::instance()->thread();
+    return QThread::currentThread() == CallQueue::instance().thread();
 }
 
 void MainThread::post(Call call)
@@ -112,6 +119,7 @@ void MainThread::callAndWait(const Call &call)
 
 void MainThread::callAndWait(const Call &first, const Call &second)
 {
+    Q_ASSERT(!isCurrent());
     std::binary_semaphore done(0);
     post([&first, &second, &done] {
         first();

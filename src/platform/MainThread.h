@@ -8,6 +8,9 @@
 /// and also while one of them runs an event loop of its own. What a thread wrote before it handed a
 /// call over, the call sees; what a waiting call wrote, the thread sees when it returns.
 ///
+/// A QCoreApplication has to be there first. When its event loop has ended, calls stay unrun, and a
+/// thread that waits for one goes on waiting.
+///
 /// Thread: any
 namespace MainThread {
 

@@ -63,19 +63,27 @@ QString escaped(QByteArrayView bytes)
 
 } // namespace
 
+QByteArray PathBytes::withoutTrailingSlashes(const QByteArray &path)
+{
+    qsizetype size = path.size();
+    while (size > 1 && path.at(size - 1) == '/')
+        --size;
+    return path.first(size);
+}
+
 QByteArray PathBytes::lastComponent(const QByteArray &path)
 {
-    if (path == "/")
-        return path;
-    return path.mid(path.lastIndexOf('/') + 1);
+    const QByteArray whole = withoutTrailingSlashes(path);
+    return whole == "/" ? whole : whole.mid(whole.lastIndexOf('/') + 1);
 }
 
 QByteArray PathBytes::withoutLastComponent(const QByteArray &path)
 {
-    const qsizetype slash = path.lastIndexOf('/');
+    const QByteArray whole = withoutTrailingSlashes(path);
+    const qsizetype slash = whole.lastIndexOf('/');
     if (slash < 0)
         return {};
-    return slash == 0 ? QByteArrayLiteral("/") : path.first(slash);
+    return slash == 0 ? QByteArrayLiteral("/") : whole.first(slash);
 }
 
 QByteArray PathBytes::join(const QByteArray &folder, const QByteArray &name)
@@ -123,7 +131,9 @@ QString PathBytes::printable(const QByteArray &path)
     return text;
 }
 
+static_assert(PathBytes::longestPath == PATH_MAX - 1);
+
 bool PathBytes::fitsTheSystem(const QByteArray &path)
 {
-    return path.size() < PATH_MAX;
+    return path.size() <= longestPath;
 }

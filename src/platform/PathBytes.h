@@ -9,9 +9,11 @@
 /// Thread: pure
 namespace PathBytes {
 
-/// The part after the last "/" ("/" itself for the root folder).
+QByteArray withoutTrailingSlashes(const QByteArray &path);
+/// The name at the end of the path ("/" for the root folder), without trailing slashes.
 QByteArray lastComponent(const QByteArray &path);
-/// The part before the last "/"; "/" for what stands in the root folder, empty without any "/".
+/// The path of the folder that holds it; "/" for what stands in the root folder, empty where there
+/// is none.
 QByteArray withoutLastComponent(const QByteArray &path);
 QByteArray join(const QByteArray &folder, const QByteArray &name);
 
@@ -24,7 +26,8 @@ QByteArray absolute(const QByteArray &path, const QByteArray &startFolder);
 /// ("\n", "\t", "\r" by name), and so does the backslash ("\\").
 QString printable(const QByteArray &path);
 
-/// Whether the system takes the path as a whole: it is shorter than PATH_MAX (limits.h).
+/// Bytes of the longest path that the system takes: PATH_MAX (limits.h) less the NUL.
+constexpr qsizetype longestPath = 4095;
 bool fitsTheSystem(const QByteArray &path);
 
 } // namespace PathBytes

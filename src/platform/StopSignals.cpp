@@ -1,6 +1,7 @@
 #include "platform/StopSignals.h"
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 
 #include <fcntl.h>
@@ -17,8 +18,10 @@ void handle(int signal)
     if (wasStopped != 0)
         ::_exit(128 + signal);
     wasStopped = 1;
+    const int interruptedCallsError = errno;
     const char number = static_cast<char>(signal);
     [[maybe_unused]] const ssize_t written = ::write(wakePipe[1], &number, 1);
+    errno = interruptedCallsError;
 }
 
 void handleUnlessIgnored(int signal)

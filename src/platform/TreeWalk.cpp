@@ -1,5 +1,7 @@
 #include "platform/TreeWalk.h"
 
+#include "platform/PathBytes.h"
+
 #include <cerrno>
 #include <cstring>
 
@@ -11,11 +13,6 @@ using LastLink = SystemCalls::LastLink;
 Descriptor openFolder(int parent, const char *name)
 {
     return Descriptor(SystemCalls::current().open(parent, name, Access::Folder, LastLink::Stop));
-}
-
-QByteArray childPath(const QByteArray &folder, const char *name)
-{
-    return folder.endsWith('/') ? folder + name : folder + '/' + name;
 }
 
 } // namespace
@@ -50,7 +47,7 @@ void TreeWalk::descend(Descriptor folder)
     if (const int result = SystemCalls::current().status(level.folder.fd(), level.status);
         result < 0)
         visitor_.unreadableFolder(path_, -result);
-    else
+    else if (visitor_.openedFolder(path_, level.status))
         read(level);
     levels_.push_back(std::move(level));
     closeOldest();
@@ -66,7 +63,7 @@ void TreeWalk::read(Level &level)
             const int result = SystemCalls::current().statusAt(level.folder.fd(), entry.name,
                                                                LastLink::Stop, status);
             if (result < 0) {
-                visitor_.unreadableEntry(childPath(path_, entry.name), -result);
+                visitor_.unreadableEntry(PathBytes::join(path_, entry.name), -result);
                 continue;
             }
             entry.kind = status.kind;
@@ -99,8 +96,8 @@ void TreeWalk::enterNext()
         return;
     }
     visitor_.unreadableFolder(path_, folder.error());
+    visitor_.leaveFolder(parent.folder.fd(), path_, name);
     path_.truncate(parent.pathLength);
-    visitor_.leaveFolder(parent.folder.fd(), name);
 }
 
 /// Goes up one level. A parent that cannot be opened again is told as unreadable and left in turn.
@@ -114,9 +111,9 @@ void TreeWalk::leave()
     const bool isOpen = levels_[parent].folder.isOpen() || openAgain(parent);
     const QByteArray name = path_.mid(levels_[parent].pathLength).replace('/', QByteArray());
     levels_.pop_back();
-    path_.truncate(levels_[parent].pathLength);
     if (isOpen)
-        visitor_.leaveFolder(levels_[parent].folder.fd(), name.constData());
+        visitor_.leaveFolder(levels_[parent].folder.fd(), path_, name.constData());
+    path_.truncate(levels_[parent].pathLength);
 }
 
 bool TreeWalk::openAgain(std::size_t level)

@@ -17,12 +17,14 @@ class TreeVisitor
 
     /// A folder was met, perhaps one that then cannot be read. False: it is passed over.
     virtual bool enterFolder(const QByteArray &path) = 0;
+    /// The folder is open, also the one where the walk began. False: nothing in it is told.
+    virtual bool openedFolder(const QByteArray &path, const FileStatus &status) = 0;
     /// Anything but a folder, among it links to folders. `folder` is the open folder that holds it.
     virtual void visitEntry(int folder, const QByteArray &folderPath, const char *name,
                             FileKind kind) = 0;
     /// All that is below a folder that was entered has been told; `parent` is the open folder that
     /// holds it, under `name`. Not told of the folder where the walk began.
-    virtual void leaveFolder(int parent, const char *name) = 0;
+    virtual void leaveFolder(int parent, const QByteArray &path, const char *name) = 0;
     /// A folder could not be opened or read to its end.
     virtual void unreadableFolder(const QByteArray &path, int error) = 0;
     /// What the entry is could not be found out; it is not visited.

@@ -66,8 +66,7 @@ void FolderScannerController::buildFilePathArray(const ScanItems &items)
         if (const QByteArray path = pathOf(item); !path.isNull()) {
             ScanReport report = fileUtils_->readFilesFromPath(path);
             moveToEnd(allfiles_, std::move(report.files));
-            for (auto &folder : report.folders)
-                allfolders_.insert_or_assign(folder.first, folder.second);
+            mergeFolders(allfolders_, report.folders);
             moveToEnd(failures_, fileUtils_->takeScanFailures());
         }
         if (shouldCancel_)

@@ -15,7 +15,7 @@ QStringView lastComponent(QStringView path)
 
 } // namespace
 
-ExtensionImage::ExtensionImage(const ImageSource &images) : m_images(images)
+ExtensionImage::ExtensionImage(const ImageSource &images) : images_(images)
 {
 }
 
@@ -28,7 +28,7 @@ QVariant ExtensionImage::transformedValue(const QVariant &value) const
 
 QVariant ExtensionImage::getIconForFileExtension(const QString &extension) const
 {
-    return m_images.iconForExtension(extension);
+    return images_.iconForExtension(extension);
 }
 
 QString ExtensionImage::lowerCaseExtension(const QString &path)

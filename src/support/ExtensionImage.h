@@ -27,5 +27,5 @@ class ExtensionImage final : public ValueTransformer
     static QString lowerCaseExtension(const QString &path);
 
   private:
-    const ImageSource &m_images;
+    const ImageSource &images_;
 };

@@ -9,13 +9,13 @@ constexpr std::int64_t busy = 6;
 
 } // namespace
 
-MainStatusToImage::MainStatusToImage(const ImageSource &images) : m_images(images)
+MainStatusToImage::MainStatusToImage(const ImageSource &images) : images_(images)
 {
 }
 
 QVariant MainStatusToImage::transformedValue(const QVariant &value) const
 {
-    return m_images.imageNamed(imageName(value.toLongLong()));
+    return images_.imageNamed(imageName(value.toLongLong()));
 }
 
 QString MainStatusToImage::imageName(std::int64_t runStatus)

@@ -24,5 +24,5 @@ class MainStatusToImage final : public ValueTransformer
     static QString imageName(std::int64_t runStatus);
 
   private:
-    const ImageSource &m_images;
+    const ImageSource &images_;
 };

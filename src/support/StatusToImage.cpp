@@ -9,14 +9,14 @@ constexpr std::int64_t wiped = 1;
 
 } // namespace
 
-StatusToImage::StatusToImage(const ImageSource &images) : m_images(images)
+StatusToImage::StatusToImage(const ImageSource &images) : images_(images)
 {
 }
 
 QVariant StatusToImage::transformedValue(const QVariant &value) const
 {
     const QString name = imageName(value.toLongLong());
-    return name.isNull() ? QVariant() : m_images.imageNamed(name);
+    return name.isNull() ? QVariant() : images_.imageNamed(name);
 }
 
 QString StatusToImage::imageName(std::int64_t status)

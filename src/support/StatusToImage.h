@@ -24,5 +24,5 @@ class StatusToImage final : public ValueTransformer
     static QString imageName(std::int64_t status);
 
   private:
-    const ImageSource &m_images;
+    const ImageSource &images_;
 };

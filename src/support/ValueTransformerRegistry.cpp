@@ -14,7 +14,7 @@
 ValueTransformerRegistry::ValueTransformerRegistry(const ImageSource &images)
 {
     const auto add = [this](const char *name, std::unique_ptr<const ValueTransformer> made) {
-        m_entries.push_back({QLatin1String(name), std::move(made)});
+        entries_.push_back({QLatin1String(name), std::move(made)});
     };
     add("BytesToString", std::make_unique<BytesToString>());
     add("PercentageToString", std::make_unique<PercentageToString>());
@@ -29,7 +29,7 @@ ValueTransformerRegistry::~ValueTransformerRegistry() = default;
 
 const ValueTransformer *ValueTransformerRegistry::transformerForName(const QString &name) const
 {
-    const auto found = std::find_if(m_entries.begin(), m_entries.end(),
+    const auto found = std::find_if(entries_.begin(), entries_.end(),
                                     [&name](const Entry &entry) { return entry.name == name; });
-    return found == m_entries.end() ? nullptr : found->transformer.get();
+    return found == entries_.end() ? nullptr : found->transformer.get();
 }

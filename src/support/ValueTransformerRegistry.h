@@ -32,5 +32,5 @@ class ValueTransformerRegistry
         std::unique_ptr<const ValueTransformer> transformer;
     };
 
-    std::vector<Entry> m_entries;
+    std::vector<Entry> entries_;
 };

@@ -3,24 +3,10 @@
 #include "app/run/FolderOrder.h"
 #include "app/run/RunTexts.h"
 #include "app/run/UniqueMerge.h"
-#include "platform/SystemCalls.h"
 
 #include <QHash>
 
 #include <algorithm>
-#include <cerrno>
-
-namespace {
-
-/// Whether the name is there; a name that cannot be looked up counts as there.
-bool isThere(const QByteArray &path)
-{
-    FileStatus status;
-    return SystemCalls::current().statusAt(SystemCalls::startFolder, path.constData(),
-                                           SystemCalls::LastLink::Stop, status) != -ENOENT;
-}
-
-} // namespace
 
 EraseRun::EraseRun() : queueStatsObject_(QueueStatsObject::create())
 {
@@ -38,10 +24,9 @@ void EraseRun::addObjectsFromArray(QueueArray::Items objects)
     queueArray_->append(std::move(added));
 }
 
-void EraseRun::addFolderObjectsToQueueFromDict(FolderMap folders)
+void EraseRun::addFolderObjectsToQueueFromDict(const FolderMap &folders)
 {
-    for (auto &folder : folders)
-        folderUrlsToDeleteDict_.insert_or_assign(folder.first, folder.second);
+    mergeFolders(folderUrlsToDeleteDict_, folders);
 }
 
 void EraseRun::begin(std::int64_t now)
@@ -82,13 +67,13 @@ void EraseRun::makeResultStrings(std::int64_t now)
     stats.setTimeElapsedString(RunTexts::timeElapsed(double(now - stats.startTimeStamp())));
 }
 
-qsizetype EraseRun::deleteFolders()
+std::vector<QByteArray> EraseRun::deleteFolders()
 {
-    const FileUtils::FolderPaths folders = FolderOrder::deepestFirst(folderUrlsToDeleteDict_);
-    noteRemovedWithFolder(FileUtils().deleteFoldersFromArray(folders));
+    FolderSweep sweep =
+        FileUtils().deleteFoldersFromArray(FolderOrder::deepestFirst(folderUrlsToDeleteDict_));
     folderUrlsToDeleteDict_.clear();
-    return std::count_if(folders.begin(), folders.end(),
-                         [](const auto &folder) { return !isThere(folder.first); });
+    noteRemovedWithFolder(sweep.removedFiles);
+    return std::move(sweep.removedFolders);
 }
 
 /// Most of these failed before. The others came after the scan, or the scan could not see them.

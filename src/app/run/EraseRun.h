@@ -45,7 +45,7 @@ class EraseRun
 
     /// Appends what is not queued yet and adds it to the files and bytes to do.
     void addObjectsFromArray(QueueArray::Items objects);
-    void addFolderObjectsToQueueFromDict(FolderMap folders);
+    void addFolderObjectsToQueueFromDict(const FolderMap &folders);
 
     /// Forgets the failures of the run before and stamps the start.
     void begin(std::int64_t now);
@@ -56,8 +56,8 @@ class EraseRun
 
     void makeResultStrings(std::int64_t now);
     /// Removes the folders that have become empty and forgets them all; notes which files went with
-    /// them without having been overwritten. How many folders are gone.
-    qsizetype deleteFolders();
+    /// them without having been overwritten. The folders that went.
+    std::vector<QByteArray> deleteFolders();
     /// Back to nothing, but for the result strings and the failed files.
     void resetWipeValues();
 
