@@ -39,8 +39,6 @@ QString ProtectedPlaces::refusal(const QByteArray &path)
 {
     if (path.isEmpty())
         return QStringLiteral("Refused: an empty path names nothing");
-    if (PathBytes::lastComponent(path) == "..")
-        return QStringLiteral("Refused: \"..\" names no file or folder of its own");
     FileStatus item;
     const bool isFolder = readStatus(path.constData(), item) && item.kind == FileKind::Folder;
     for (const char *place : placePaths) {
@@ -48,6 +46,8 @@ QString ProtectedPlaces::refusal(const QByteArray &path)
         if (path == place || (isFolder && readStatus(place, status) && item.isSameFile(status)))
             return QStringLiteral("Refused: \"%1\" is never erased").arg(QLatin1String(place));
     }
+    if (PathBytes::lastComponent(path) == "..")
+        return QStringLiteral("Refused: \"..\" names no file or folder of its own");
     return {};
 }
 

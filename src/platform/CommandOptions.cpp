@@ -1,5 +1,7 @@
 #include "platform/CommandOptions.h"
 
+#include <algorithm>
+
 #include <getopt.h>
 
 namespace {
@@ -34,10 +36,9 @@ std::vector<option> longForms(const std::vector<CommandOptions::Option> &known)
 }
 
 /// The option that getopt_long() has just refused: a letter of a group, or the whole word.
-QByteArray culprit(const char *word)
+QByteArray culprit(const QByteArray &word)
 {
-    const bool isLetter = optopt >= 'A' && optopt <= 'z';
-    return isLetter ? QByteArray("-") + static_cast<char>(optopt) : QByteArray(word);
+    return word.startsWith("--") ? word : QByteArray("-") + static_cast<char>(optopt);
 }
 
 } // namespace
@@ -59,12 +60,14 @@ CommandOptions CommandOptions::parse(const std::vector<QByteArray> &arguments,
     CommandOptions parsed;
     opterr = 0;
     optind = 0; // glibc: starts anew
-    int name = 0;
-    while ((name = ::getopt_long(argc, argv.data(), shorts.constData(), longs.data(), nullptr)) >=
-           0) {
+    for (;;) {
+        const char *word = argv[std::size_t(std::max(optind, 1))];
+        const int name =
+            ::getopt_long(argc, argv.data(), shorts.constData(), longs.data(), nullptr);
+        if (name < 0)
+            break;
         if (name == '?' || name == ':') {
-            parsed.error = (name == ':' ? "needs a value: " : "unknown option: ") +
-                           culprit(argv[std::size_t(optind - 1)]);
+            parsed.error = (name == ':' ? "needs a value: " : "unknown option: ") + culprit(word);
             return parsed;
         }
         const QByteArray value = optarg != nullptr ? QByteArray(optarg) : QByteArray();

@@ -298,6 +298,57 @@ class FileWiperKindsTest : public QObject
         QCOMPARE(item->errormsg(), QStringLiteral("File name too long"));
     }
 
+    void fileWhosePathIsTooLongFailsAlthoughItsFolderCouldBeReached()
+    {
+        const Scratch scratch;
+        QByteArray folder = scratch.path();
+        while (folder.size() < 3900) {
+            folder += "/" + QByteArray(180, 'd');
+            QCOMPARE(::mkdir(folder.constData(), 0755), 0);
+        }
+        const int fd = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        const QByteArray name(250, 'n');
+        const int file = ::openat(fd, name.constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644);
+        QCOMPARE(::write(file, "secret", 6), 6);
+        ::close(file);
+        const auto item = queueItem(folder + '/' + name, 1, foundBelow(scratch.path()));
+
+        QCOMPARE(wipe(item), 2);
+
+        QCOMPARE(item->errornr(), 36);
+        struct stat status = {};
+        QCOMPARE(::fstatat(fd, name.constData(), &status, 0), 0);
+        QCOMPARE(status.st_size, 6);
+        ::unlinkat(fd, name.constData(), 0);
+        ::close(fd);
+    }
+
+    void targetToBeLeftAloneIsLeftAloneAlsoWhenTheLinkCannotBeLookedAtOnce()
+    {
+        class FaultyOnce final : public ForwardingSystemCalls
+        {
+          public:
+            int statusAt(int folder, const char *path, LastLink lastLink,
+                         FileStatus &status) override
+            {
+                return std::exchange(isFirst_, false)
+                           ? -EIO
+                           : ForwardingSystemCalls::statusAt(folder, path, lastLink, status);
+            }
+
+          private:
+            bool isFirst_ = true;
+        } calls;
+        const SystemCalls::Replacement replacement(calls);
+        const Scratch scratch;
+        const QByteArray target = scratch.file("target", "precious");
+        const QByteArray link = scratch.link("link", "target");
+
+        wipe(queueItem(link, 1, linkFacts()), true);
+
+        QCOMPARE(Scratch::content(target), QByteArray("precious"));
+    }
+
     void emptyPathFails()
     {
         const auto item = queueItem("", 1);

@@ -1,0 +1,210 @@
+#include "cli/Program.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+constexpr int files = 1500;
+constexpr qsizetype fileSize = 131072;
+
+/// The content of a file: mostly a hole, so that many are quickly made.
+QByteArray content()
+{
+    return QByteArray("content").leftJustified(fileSize, '\0');
+}
+
+/// Many files that take a while with 7 passes each.
+struct ManyFiles
+{
+    explicit ManyFiles(const QByteArray &prefix)
+    {
+        for (int number = 0; number < files; ++number) {
+            const QByteArray name = "folder/" + prefix + QByteArray::number(number);
+            paths.push_back(scratch.file(name, "content"));
+            isMade = isMade && ::truncate(paths.back().constData(), fileSize) == 0;
+        }
+    }
+
+    [[nodiscard]] int left() const
+    {
+        return int(std::count_if(paths.begin(), paths.end(), Scratch::exists));
+    }
+    [[nodiscard]] int untouched() const
+    {
+        const auto isUntouched = [before = content()](const QByteArray &path) {
+            return Scratch::content(path) == before;
+        };
+        return int(std::count_if(paths.begin(), paths.end(), isUntouched));
+    }
+
+    Scratch scratch;
+    QByteArray folder = scratch.folder("folder");
+    std::vector<QByteArray> paths;
+    bool isMade = true;
+};
+
+bool waitUntil(const std::function<bool()> &condition)
+{
+    constexpr int milliseconds = 30000;
+    return QTest::qWaitFor(condition, milliseconds);
+}
+
+qint64 blocksOf(const QByteArray &path)
+{
+    struct stat status = {};
+    return ::stat(path.constData(), &status) == 0 ? status.st_blocks : -1;
+}
+
+/// A file that takes no space until it is overwritten, which then takes long.
+QByteArray makeEndlessFile(const Scratch &scratch)
+{
+    constexpr off_t size = off_t(256) << 20;
+    const QByteArray path = scratch.file("endless", "");
+    return ::truncate(path.constData(), size) == 0 && blocksOf(path) == 0 ? path : QByteArray();
+}
+
+} // namespace
+
+class InterruptTest : public QObject
+{
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void theFileInWorkIsFinishedAndTheOthersAreUntouched_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QByteArray>("prefix");
+        QTest::newRow("SIGINT") << SIGINT << 130 << QByteArray("file");
+        QTest::newRow("SIGTERM") << SIGTERM << 143 << QByteArray("file");
+        // A folder of hidden files alone counts as empty; it must not go with what was not reached.
+        QTest::newRow("hidden files") << SIGINT << 130 << QByteArray(".file");
+    }
+    void theFileInWorkIsFinishedAndTheOthersAreUntouched()
+    {
+        QFETCH(int, signal);
+        QFETCH(int, exitCode);
+        QFETCH(QByteArray, prefix);
+        const ManyFiles many(prefix);
+        QVERIFY(many.isMade);
+        const QByteArray report = many.scratch.path("report");
+        Program program(many.scratch, {"erase", "-y", "-m6", "--report", report, many.folder});
+
+        program.start();
+        QVERIFY(waitUntil([&many] { return many.left() <= files - 3; }));
+        program.signal(signal);
+        const Outcome outcome = program.finish();
+
+        const int left = many.left();
+        QVERIFY(left > 0);
+        QCOMPARE(many.untouched(), left);
+        QCOMPARE(outcome.exitCode, exitCode);
+        QCOMPARE(outcome.errors, QByteArray());
+        const QByteArray summary = " in " + QByteArray::number(files - left) +
+                                   " files\nFailed:  0\nLeft:    " + QByteArray::number(left) +
+                                   " files, not touched\nFolders: 0 of 1 removed\nElapsed: ";
+        QVERIFY2(outcome.output.contains(summary), outcome.output.constData());
+        const QJsonObject json = QJsonDocument::fromJson(Scratch::content(report)).object();
+        QCOMPARE(json.value(QStringLiteral("bytes")).toObject(),
+                 (QJsonObject{{QStringLiteral("found"), files * fileSize},
+                              {QStringLiteral("wiped"), (files - left) * fileSize}}));
+        QCOMPARE(json.value(QStringLiteral("files")).toObject(),
+                 (QJsonObject{{QStringLiteral("found"), files},
+                              {QStringLiteral("wiped"), files - left},
+                              {QStringLiteral("failed"), 0},
+                              {QStringLiteral("remaining"), left}}));
+    }
+
+    void theSecondSignalEndsAtOnceAndTheFileInWorkStays_data()
+    {
+        QTest::addColumn<int>("first");
+        QTest::addColumn<int>("second");
+        QTest::addColumn<int>("exitCode");
+        QTest::newRow("SIGINT twice") << SIGINT << SIGINT << 130;
+        QTest::newRow("SIGTERM twice") << SIGTERM << SIGTERM << 143;
+        QTest::newRow("SIGINT, then SIGTERM") << SIGINT << SIGTERM << 143;
+    }
+    void theSecondSignalEndsAtOnceAndTheFileInWorkStays()
+    {
+        QFETCH(int, first);
+        QFETCH(int, second);
+        QFETCH(int, exitCode);
+        const Scratch scratch;
+        const QByteArray endless = makeEndlessFile(scratch);
+        QVERIFY(!endless.isEmpty());
+        const QByteArray next = scratch.file("next", "content");
+        Program program(scratch, {"erase", "-y", "-m10", endless, next});
+
+        program.start();
+        QVERIFY(waitUntil([&endless] { return blocksOf(endless) > 0; }));
+        program.signal(first);
+        QVERIFY(waitUntil([&program, first] { return program.hasTaken(first); }));
+        QVERIFY(!program.hasEnded());
+        program.signal(second);
+        const Outcome outcome = program.finish();
+
+        QCOMPARE(outcome.exitCode, exitCode);
+        QVERIFY(!outcome.output.contains("Erased:"));
+        QVERIFY(Scratch::exists(endless));
+        QCOMPARE(Scratch::content(next), QByteArray("content"));
+    }
+
+    void aSignalDuringTheScanErasesNothing_data()
+    {
+        QTest::addColumn<int>("signal");
+        QTest::addColumn<int>("exitCode");
+        QTest::newRow("SIGINT") << SIGINT << 130;
+        QTest::newRow("SIGTERM") << SIGTERM << 143;
+    }
+    void aSignalDuringTheScanErasesNothing()
+    {
+        QFETCH(int, signal);
+        QFETCH(int, exitCode);
+        const ManyFiles many("file");
+        QVERIFY(many.isMade);
+        const QByteArray last = many.scratch.folder("last");
+        // The same folder again and again makes a long scan of few files.
+        Program::Arguments arguments(800, many.folder);
+        arguments.insert(arguments.begin(), {"erase", "-y", "--json"});
+        arguments.push_back(last);
+        Program program(many.scratch, arguments);
+
+        program.start();
+        QVERIFY(waitUntil([&] { return program.hasOpen(many.folder); }));
+        program.signal(signal);
+        const Outcome outcome = program.finish();
+
+        QCOMPARE(outcome.exitCode, exitCode);
+        QCOMPARE(outcome.errors, QByteArray("Nothing was erased.\n"));
+        QCOMPARE(many.untouched(), files);
+        QVERIFY(Scratch::exists(last));
+        const QJsonObject folders = QJsonDocument::fromJson(outcome.output)
+                                        .object()
+                                        .value(QStringLiteral("folders"))
+                                        .toObject();
+        QCOMPARE(folders, (QJsonObject{{QStringLiteral("found"), 1}, // it never came to the last
+                                       {QStringLiteral("removed"), 0}}));
+    }
+
+    void aSignalThatTheCallerIgnoresStaysIgnored()
+    {
+        const ManyFiles many("file");
+        QVERIFY(many.isMade);
+        Program program(many.scratch, {"erase", "-y", "-m6", many.folder});
+        program.ignoring(SIGINT);
+
+        program.start();
+        QVERIFY(waitUntil([&many] { return many.left() <= files - 2; }));
+        program.signal(SIGINT);
+        const int left = many.left();
+        QVERIFY(waitUntil([&] { return many.left() <= left - 3; }));
+        program.signal(SIGTERM);
+
+        QCOMPARE(program.finish().exitCode, 143);
+        QCOMPARE(many.untouched(), many.left());
+    }
+};
+
+QTEST_GUILESS_MAIN(InterruptTest)
+#include "InterruptTest.moc"

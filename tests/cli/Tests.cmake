@@ -1,0 +1,17 @@
+vantorel_test(cli/EraseOptionsTest LINKS vantorel_cli_parts)
+vantorel_test(cli/FindingsTest LINKS vantorel_cli_parts)
+vantorel_test(cli/JsonReportTest LINKS vantorel_cli_parts)
+vantorel_test(cli/MethodListTest LINKS vantorel_cli_parts)
+vantorel_test(cli/ProgressLineTest LINKS vantorel_cli_parts)
+vantorel_test(cli/ReportFileTest LINKS vantorel_cli_parts)
+
+# These run the program itself.
+vantorel_test(cli/EraseCommandTest)
+vantorel_test(cli/InterruptTest)
+vantorel_test(cli/StreamsTest)
+vantorel_test(cli/TerminalTest)
+vantorel_test(cli/UsageTest)
+foreach(test EraseCommand Interrupt Streams Terminal Usage)
+  target_compile_definitions(cli_${test}Test PRIVATE VANTOREL_CLI="$<TARGET_FILE:vantorel-cli>")
+  add_dependencies(cli_${test}Test vantorel-cli)
+endforeach()

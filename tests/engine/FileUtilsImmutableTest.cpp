@@ -1,0 +1,234 @@
+#include "engine/FileUtils.h"
+
+#include "engine/InodeRepair.h"
+#include "engine/RecordedLog.h"
+#include "kit/Ext4Image.h"
+#include "kit/Scratch.h"
+
+#include <QTest>
+
+#include <cerrno>
+#include <cstring>
+#include <memory>
+
+#include <linux/fs.h>
+#include <sched.h>
+#include <sys/ioctl.h>
+
+namespace {
+
+int flagsOf(const QByteArray &path)
+{
+    int flags = -1;
+    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+    ::ioctl(fd, FS_IOC_GETFLAGS, &flags);
+    ::close(fd);
+    return flags;
+}
+
+bool addFlags(const QByteArray &path, int added)
+{
+    int flags = flagsOf(path) | added;
+    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
+    const bool isSet = ::ioctl(fd, FS_IOC_SETFLAGS, &flags) == 0;
+    ::close(fd);
+    return isSet;
+}
+
+bool canBeOpenedForWriting(const QByteArray &path)
+{
+    const int fd = ::open(path.constData(), O_RDWR | O_CLOEXEC);
+    if (fd >= 0)
+        ::close(fd);
+    return fd >= 0;
+}
+
+} // namespace
+
+/// The immutable flag of a real file system. Whatever is mounted goes with the process, since it is
+/// mounted in a name space of its own.
+class FileUtilsImmutableTest : public QObject
+{
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void anImmutableFileIsUnlockedAndNothingElseOfItChanges();
+    void errorOneUnlocks();
+    void anImmutableFolderIsUnlocked();
+    void theTargetOfALinkIsUnlocked();
+    void aFileThatIsNotImmutableIsNotUnlocked();
+    void anAppendOnlyFileStaysAsItIs();
+    void anImmutableFileIsNotRemovedAndThatIsLogged();
+    void aFolderInAnImmutableOneStaysInTheSweep();
+    void theFlagIsPutBackOnAnotherHardLink();
+    void flagAndPermissionsArePutBackTogether();
+
+  private:
+    [[nodiscard]] QByteArray file(const QByteArray &name, int flags) const;
+
+    std::unique_ptr<Scratch> scratch_;
+    std::unique_ptr<Ext4Image> ext4_;
+};
+
+void FileUtilsImmutableTest::initTestCase()
+{
+    QCOMPARE(::unshare(CLONE_NEWNS), 0);
+    QCOMPARE(::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
+}
+
+void FileUtilsImmutableTest::init()
+{
+    scratch_ = std::make_unique<Scratch>();
+    ext4_ = std::make_unique<Ext4Image>(*scratch_);
+    QVERIFY(ext4_->isMounted());
+}
+
+void FileUtilsImmutableTest::cleanup()
+{
+    ext4_.reset();
+    scratch_.reset();
+}
+
+/// Makes the file with these flags and answers its path; empty if that failed.
+QByteArray FileUtilsImmutableTest::file(const QByteArray &name, int flags) const
+{
+    const QByteArray path = scratch_->file("ext4/" + name, QByteArray("kept"));
+    return addFlags(path, flags) ? path : QByteArray();
+}
+
+void FileUtilsImmutableTest::anImmutableFileIsUnlockedAndNothingElseOfItChanges()
+{
+    const QByteArray path = file("file", FS_NODUMP_FL);
+    const int before = flagsOf(path);
+    const mode_t permissions = Scratch::permissions(path);
+    QVERIFY(addFlags(path, FS_IMMUTABLE_FL));
+    QVERIFY(!canBeOpenedForWriting(path));
+    const RecordedLog log;
+    QVERIFY(FileUtils().unlockFilepath(path));
+    QVERIFY(canBeOpenedForWriting(path));
+    QCOMPARE(flagsOf(path), before);
+    QCOMPARE(Scratch::permissions(path), permissions);
+    QCOMPARE(Scratch::content(path), QByteArray("kept"));
+    QCOMPARE(log.lines(),
+             QStringList(QStringLiteral("-[FileUtils unlockFilepath:] Unlocking file ") +
+                         QString::fromUtf8(path)));
+}
+
+void FileUtilsImmutableTest::errorOneUnlocks()
+{
+    const RecordedLog log;
+    const QByteArray path = file("file", FS_IMMUTABLE_FL);
+    QVERIFY(!canBeOpenedForWriting(path));
+    QVERIFY(FileUtils().fixError(1, path));
+    QVERIFY(canBeOpenedForWriting(path));
+    QVERIFY(!FileUtils().fixError(1, path));
+    QCOMPARE(log.lines().size(), 1);
+}
+
+void FileUtilsImmutableTest::anImmutableFolderIsUnlocked()
+{
+    const RecordedLog log;
+    const QByteArray folder = scratch_->folder("ext4/folder");
+    QVERIFY(addFlags(folder, FS_IMMUTABLE_FL));
+    QVERIFY(scratch_->file("ext4/folder/file", 1).isEmpty());
+    QVERIFY(FileUtils().unlockFilepath(folder));
+    QVERIFY(!scratch_->file("ext4/folder/file", 1).isEmpty());
+}
+
+void FileUtilsImmutableTest::theTargetOfALinkIsUnlocked()
+{
+    const RecordedLog log;
+    const QByteArray target = file("target", FS_IMMUTABLE_FL);
+    const QByteArray link = scratch_->link("ext4/link", "target");
+    QVERIFY(FileUtils().unlockFilepath(link));
+    QVERIFY(canBeOpenedForWriting(target));
+}
+
+void FileUtilsImmutableTest::aFileThatIsNotImmutableIsNotUnlocked()
+{
+    const QByteArray path = file("file", FS_NODUMP_FL);
+    const int before = flagsOf(path);
+    const RecordedLog log;
+    QVERIFY(!FileUtils().unlockFilepath(path));
+    QCOMPARE(flagsOf(path), before);
+    QCOMPARE(log.lines(), QStringList());
+}
+
+void FileUtilsImmutableTest::anAppendOnlyFileStaysAsItIs()
+{
+    const QByteArray path = file("file", FS_APPEND_FL);
+    QVERIFY(!canBeOpenedForWriting(path));
+    const RecordedLog log;
+    QVERIFY(!FileUtils().fixError(1, path));
+    QVERIFY((flagsOf(path) & FS_APPEND_FL) != 0);
+    QCOMPARE(log.lines(), QStringList());
+}
+
+void FileUtilsImmutableTest::anImmutableFileIsNotRemovedAndThatIsLogged()
+{
+    const QByteArray path = file("file", FS_IMMUTABLE_FL);
+    const RecordedLog log;
+    QVERIFY(!FileUtils().deleteFile(FileUrl(path)));
+    QCOMPARE(Scratch::content(path), QByteArray("kept"));
+    QCOMPARE(log.lines(),
+             QStringList(QStringLiteral("-[FileUtils deleteFile:] ") + QString::fromUtf8(path) +
+                         QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(EPERM))));
+}
+
+void FileUtilsImmutableTest::aFolderInAnImmutableOneStaysInTheSweep()
+{
+    const QByteArray parent = scratch_->folder("ext4/parent");
+    const QByteArray top = scratch_->folder("ext4/parent/top");
+    QVERIFY(addFlags(parent, FS_IMMUTABLE_FL));
+    const RecordedLog log;
+    FileUtils().deleteFoldersFromArray({{top, {}}, {parent, {}}});
+    QVERIFY(Scratch::exists(top));
+    QVERIFY((flagsOf(parent) & FS_IMMUTABLE_FL) != 0);
+    QCOMPARE(log.lines(),
+             QStringList(QStringLiteral("-[FileUtils deleteFolder:] ") + QString::fromUtf8(top) +
+                         QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(EPERM))));
+}
+
+void FileUtilsImmutableTest::theFlagIsPutBackOnAnotherHardLink()
+{
+    const RecordedLog log;
+    const QByteArray path = file("file", 0);
+    const QByteArray other = ext4_->path("other");
+    QCOMPARE(::link(path.constData(), other.constData()), 0);
+    QVERIFY(addFlags(path, FS_IMMUTABLE_FL | FS_NODUMP_FL));
+    const int before = flagsOf(other);
+    InodeRepair repair(Descriptor(SystemCalls::real().open(
+                           SystemCalls::startFolder, path.constData(), SystemCalls::Access::Handle,
+                           SystemCalls::LastLink::Stop)),
+                       path);
+    QVERIFY(repair.fix(1));
+    QCOMPARE(::unlink(path.constData()), 0);
+    repair.putBack();
+    QCOMPARE(flagsOf(other), before);
+}
+
+void FileUtilsImmutableTest::flagAndPermissionsArePutBackTogether()
+{
+    const RecordedLog log;
+    const QByteArray path = file("file", 0);
+    QCOMPARE(::chmod(path.constData(), 0400), 0);
+    QVERIFY(addFlags(path, FS_IMMUTABLE_FL));
+    InodeRepair repair(Descriptor(SystemCalls::real().open(
+                           SystemCalls::startFolder, path.constData(), SystemCalls::Access::Handle,
+                           SystemCalls::LastLink::Stop)),
+                       path);
+    QVERIFY(!repair.fix(13));
+    QVERIFY(repair.fix(1));
+    QVERIFY(repair.fix(13));
+    QCOMPARE(Scratch::permissions(path), mode_t(0777));
+    repair.putBack();
+    QCOMPARE(Scratch::permissions(path), mode_t(0400));
+    QVERIFY((flagsOf(path) & FS_IMMUTABLE_FL) != 0);
+}
+
+QTEST_GUILESS_MAIN(FileUtilsImmutableTest)
+#include "FileUtilsImmutableTest.moc"

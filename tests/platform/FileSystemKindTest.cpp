@@ -1,0 +1,75 @@
+#include "platform/FileSystemKind.h"
+
+#include <QTest>
+
+class FileSystemKindTest : public QObject
+{
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void fileSystemsThatWriteNewBlocksAreKnown_data();
+    void fileSystemsThatWriteNewBlocksAreKnown();
+    void theKernelsOwnFileSystemsAreKnown_data();
+    void theKernelsOwnFileSystemsAreKnown();
+};
+
+void FileSystemKindTest::fileSystemsThatWriteNewBlocksAreKnown_data()
+{
+    QTest::addColumn<quint64>("type");
+    QTest::addColumn<bool>("isCopyOnWrite");
+    QTest::newRow("btrfs") << quint64(0x9123683E) << true;
+    QTest::newRow("ZFS") << quint64(0x2FC12FC1) << true;
+    QTest::newRow("bcachefs") << quint64(0xCA451A4E) << true;
+    QTest::newRow("F2FS") << quint64(0xF2F52010) << true;
+    QTest::newRow("NILFS2") << quint64(0x3434) << true;
+    QTest::newRow("JFFS2") << quint64(0x72B6) << true;
+    QTest::newRow("UBIFS") << quint64(0x24051905) << true;
+    QTest::newRow("overlay") << quint64(0x794C7630) << true;
+    QTest::newRow("ext4") << quint64(0xEF53) << false;
+    QTest::newRow("tmpfs") << quint64(0x01021994) << false;
+    QTest::newRow("XFS") << quint64(0x58465342) << false;
+    QTest::newRow("FAT") << quint64(0x4D44) << false;
+    QTest::newRow("NFS") << quint64(0x6969) << false;
+    QTest::newRow("none") << quint64(0) << false;
+    // A type is 32 bits wide; a sign that was extended would look like this.
+    QTest::newRow("btrfs with its sign extended") << quint64(0xFFFFFFFF9123683E) << false;
+}
+
+void FileSystemKindTest::fileSystemsThatWriteNewBlocksAreKnown()
+{
+    QFETCH(quint64, type);
+    QTEST(FileSystemKind::isCopyOnWrite(type), "isCopyOnWrite");
+}
+
+void FileSystemKindTest::theKernelsOwnFileSystemsAreKnown_data()
+{
+    QTest::addColumn<quint64>("type");
+    QTest::addColumn<bool>("isKernelInterface");
+    QTest::newRow("proc") << quint64(0x9FA0) << true;
+    QTest::newRow("sysfs") << quint64(0x62656572) << true;
+    QTest::newRow("cgroup") << quint64(0x27E0EB) << true;
+    QTest::newRow("cgroup 2") << quint64(0x63677270) << true;
+    QTest::newRow("devpts") << quint64(0x1CD1) << true;
+    QTest::newRow("debugfs") << quint64(0x64626720) << true;
+    QTest::newRow("tracefs") << quint64(0x74726163) << true;
+    QTest::newRow("securityfs") << quint64(0x73636673) << true;
+    QTest::newRow("bpf") << quint64(0xCAFE4A11) << true;
+    QTest::newRow("efivarfs") << quint64(0xDE5E81E4) << true;
+    QTest::newRow("configfs") << quint64(0x62656570) << true;
+    QTest::newRow("pstore") << quint64(0x6165676C) << true;
+    QTest::newRow("selinuxfs") << quint64(0xF97CFF8C) << true;
+    QTest::newRow("ext4") << quint64(0xEF53) << false;
+    QTest::newRow("tmpfs, which /dev is of, too") << quint64(0x01021994) << false;
+    QTest::newRow("btrfs") << quint64(0x9123683E) << false;
+    QTest::newRow("FUSE") << quint64(0x65735546) << false;
+    QTest::newRow("none") << quint64(0) << false;
+}
+
+void FileSystemKindTest::theKernelsOwnFileSystemsAreKnown()
+{
+    QFETCH(quint64, type);
+    QTEST(FileSystemKind::isKernelInterface(type), "isKernelInterface");
+}
+
+QTEST_APPLESS_MAIN(FileSystemKindTest)
+#include "FileSystemKindTest.moc"

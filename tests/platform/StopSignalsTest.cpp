@@ -1,0 +1,112 @@
+#include "platform/StopSignals.h"
+
+#include <QCoreApplication>
+#include <QTest>
+
+#include <csignal>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+/// Exit codes of the children, unlike any of a signal.
+enum { ToldOnce = 7, NotTold = 8, ToldOtherwise = 9 };
+
+/// How a child process ends that runs `work`: its exit code, or minus the signal that ended it.
+template <class Work> int endOf(Work work)
+{
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(work());
+    int status = 0;
+    if (child < 0 || ::waitpid(child, &status, 0) != child)
+        return -1000;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+void addSignals()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("the terminal's interrupt") << SIGINT;
+    QTest::newRow("the request to end") << SIGTERM;
+}
+
+} // namespace
+
+/// There is one object a process, so each case is a child process of its own.
+class StopSignalsTest : public QObject
+{
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void theFirstSignalIsToldOnTheMainThread_data() { addSignals(); }
+    void theFirstSignalIsToldOnTheMainThread();
+    void theSecondSignalEndsTheProcessAtOnce_data() { addSignals(); }
+    void theSecondSignalEndsTheProcessAtOnce();
+    void theSecondSignalGivesTheExitCode();
+    void aSignalTheCallerIgnoredStaysIgnored();
+};
+
+void StopSignalsTest::theFirstSignalIsToldOnTheMainThread()
+{
+    QFETCH(int, signal);
+    const auto work = [signal] {
+        int told = 0;
+        int times = 0;
+        const StopSignals signals([&](int number) {
+            told = number;
+            ++times;
+        });
+        std::raise(signal);
+        if (times != 0)
+            return int(ToldOtherwise); // told from inside the handler
+        if (!QTest::qWaitFor([&times] { return times != 0; }))
+            return int(NotTold);
+        QCoreApplication::processEvents();
+        return told == signal && times == 1 ? int(ToldOnce) : int(ToldOtherwise);
+    };
+    QCOMPARE(endOf(work), int(ToldOnce));
+}
+
+void StopSignalsTest::theSecondSignalEndsTheProcessAtOnce()
+{
+    QFETCH(int, signal);
+    const auto work = [signal] {
+        const StopSignals signals([](int) {});
+        std::raise(signal);
+        std::raise(signal);
+        return int(NotTold);
+    };
+    QCOMPARE(endOf(work), 128 + signal);
+}
+
+void StopSignalsTest::theSecondSignalGivesTheExitCode()
+{
+    const auto work = [] {
+        const StopSignals signals([](int) {});
+        std::raise(SIGINT);
+        std::raise(SIGTERM);
+        return int(NotTold);
+    };
+    QCOMPARE(endOf(work), 143);
+}
+
+void StopSignalsTest::aSignalTheCallerIgnoredStaysIgnored()
+{
+    const auto work = [] {
+        std::signal(SIGINT, SIG_IGN);
+        int times = 0;
+        const StopSignals signals([&times](int) { ++times; });
+        std::raise(SIGINT);
+        std::raise(SIGINT);
+        std::raise(SIGTERM);
+        if (!QTest::qWaitFor([&times] { return times != 0; }))
+            return int(NotTold);
+        return times == 1 ? int(ToldOnce) : int(ToldOtherwise);
+    };
+    QCOMPARE(endOf(work), int(ToldOnce));
+}
+
+QTEST_GUILESS_MAIN(StopSignalsTest)
+#include "StopSignalsTest.moc"

@@ -1,0 +1,5 @@
+vantorel_test(scan/DeepAndWideScanTest LINKS vantorel_engine)
+vantorel_test(scan/FileUtilsScanTest LINKS vantorel_engine)
+vantorel_test(scan/FileUtilsScanPermissionsTest LINKS vantorel_engine)
+vantorel_test(scan/FolderScannerControllerTest LINKS vantorel_scan)
+vantorel_test(scan/ProtectedMountsTest ROOT LINKS vantorel_scan)
