@@ -295,7 +295,7 @@ QueueArray::Item FileUtils::makeObjectFromUrl(const FileUrl &url)
 void FileUtils::updateStats(const QueueArray::Item &object) const
 {
     if (queueStatsObject_)
-        FoundCounter::count(*queueStatsObject_, *object);
+        FoundCounter::count(*queueStatsObject_, 1, object->filesize());
 }
 
 ScanFailures FileUtils::takeScanFailures()

@@ -5,8 +5,8 @@
 #include "platform/OptionalDelegate.h"
 #include "platform/PathBytes.h"
 #include "platform/Random.h"
+#include "platform/ResidentThread.h"
 #include "platform/SystemError.h"
-#include "platform/ThreadSignals.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -19,6 +19,13 @@ using LastLink = SystemCalls::LastLink;
 constexpr int openAttempts = 5;
 /// A write that is interrupted again and again without a byte in between is a failing one.
 constexpr int interruptions = 1000;
+
+/// Never destroyed: a file may be in work when the process ends.
+ResidentThread &wiperThread()
+{
+    static ResidentThread *const thread = new ResidentThread;
+    return *thread;
+}
 
 } // namespace
 
@@ -35,26 +42,16 @@ FileWiper::~FileWiper() = default;
 
 void FileWiper::start()
 {
-    self_ = shared_from_this();
     // A step of the main thread's, which here needs no hand-over.
     updateIsBusyTo(true);
-    QThread::start();
-    if (isRunning() || isFinished())
+    if (wiperThread().submit([self = shared_from_this()] { self->main(); }))
         return;
     status_ = Failed;
     fail(EAGAIN);
-    MainThread::post([self = std::move(self_)] {
+    MainThread::post([self = shared_from_this()] {
         self->report();
         MainThread::post([self] { self->wipeFinishedDelegate(); });
     });
-}
-
-void FileWiper::run()
-{
-    ThreadSignals::blockAll();
-    main();
-    // Released on the main thread, which waits for this one to end: a thread cannot outlive itself.
-    MainThread::post([self = std::move(self_)] { self->wait(); });
 }
 
 void FileWiper::main()

@@ -7,7 +7,7 @@
 #include "platform/Descriptor.h"
 
 #include <QByteArray>
-#include <QThread>
+#include <QString>
 
 #include <array>
 #include <cstdint>
@@ -27,15 +27,16 @@ class FileWiperDelegate
     virtual void wipeFinishedWithResult(std::int64_t /*result*/) {}
 };
 
-/// Erases one file on a thread of its own: opens it, overwrites it in place with the passes of its
-/// item's method, syncing after each, closes it and removes its name. There is no cancellation.
+/// Erases one file on the wiper thread, where one wiper runs after the other: opens it, overwrites
+/// it in place with the passes of its item's method, syncing after each, closes it and removes its
+/// name. There is no cancellation.
 ///
 /// A symbolic link is followed only where the item was one when it was scanned. The name is removed
 /// only while it still is the inode that was overwritten.
 ///
-/// Thread:       made, started and released on main; main() and what it calls run on a thread of
-///               the wiper's, all signals blocked; the setters of the item run on main
-/// Owns:         itself, from start() until its thread has ended
+/// Thread:       made and started on main; main() and what it calls run on the wiper thread, all
+///               signals blocked; the setters of the item run on main
+/// Owns:         itself, from start() until main() has ended
 /// Holds:        its item; its delegate weakly
 /// Blocks:       on disk I/O, and on the main thread when the file is done
 /// Units:        bytes
@@ -44,7 +45,7 @@ class FileWiperDelegate
 /// Invariant:    (1) at most one wiper works at a time: buffer, descriptor and size are shared
 ///               (2) no name is removed unless every pass was written in full and synced, but for
 ///               that of a link whose target is left alone
-class FileWiper : public QThread, public std::enable_shared_from_this<FileWiper>
+class FileWiper : public std::enable_shared_from_this<FileWiper>
 {
     struct Private
     {
@@ -55,7 +56,7 @@ class FileWiper : public QThread, public std::enable_shared_from_this<FileWiper>
 
     static std::shared_ptr<FileWiper> create() { return std::make_shared<FileWiper>(Private{}); }
     explicit FileWiper(Private);
-    ~FileWiper() override;
+    ~FileWiper();
 
     void setDelegate(const std::weak_ptr<FileWiperDelegate> &delegate) { delegate_ = delegate; }
     void setCurrentObject(std::shared_ptr<QueueObject> object)
@@ -75,8 +76,9 @@ class FileWiper : public QThread, public std::enable_shared_from_this<FileWiper>
     [[nodiscard]] float percentageUnit() const { return percentageUnit_; }
     void setPercentageUnit(float unit) { percentageUnit_ = unit; }
 
-    /// Marks the item as busy and starts the thread, which runs main(). Where the system has no
-    /// thread to give, the item fails with the system's text.
+    /// Marks the item as busy and hands main() to the wiper thread, which runs it when the wiper
+    /// before has returned from its delegate. Where the system has no thread to give, the item
+    /// fails with the system's text.
     void start();
 
     void main();
@@ -96,9 +98,6 @@ class FileWiper : public QThread, public std::enable_shared_from_this<FileWiper>
     void updateFinishedTo(bool finished);
     void updateIsBusyTo(bool isBusy);
     void wipeFinishedDelegate();
-
-  protected:
-    void run() override;
 
   private:
     static constexpr std::size_t blockSize = 4096;
@@ -131,7 +130,6 @@ class FileWiper : public QThread, public std::enable_shared_from_this<FileWiper>
 
     std::weak_ptr<FileWiperDelegate> delegate_;
     std::shared_ptr<QueueObject> currentObject_;
-    std::shared_ptr<FileWiper> self_;
     std::unique_ptr<FileUtils> fileUtils_;
     QByteArray filepath_;
     Descriptor folder_; ///< that holds the file

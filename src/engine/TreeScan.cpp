@@ -13,7 +13,7 @@ namespace {
 
 using LastLink = SystemCalls::LastLink;
 
-constexpr std::size_t countBatch = 512;
+constexpr std::int64_t countBatch = 512;
 constexpr qint64 countInterval = 100; // milliseconds
 
 void logLocation(const char *operation, const QByteArray &path)
@@ -28,31 +28,28 @@ FoundCounter::FoundCounter(std::shared_ptr<QueueStatsObject> stats) : stats_(std
     sinceFlush_.start();
 }
 
-void FoundCounter::add(const QueueArray::Item &item)
+void FoundCounter::add(const QueueObject &item)
 {
-    if (!stats_)
-        return;
-    waiting_.push_back(item);
-    if (waiting_.size() >= countBatch || sinceFlush_.hasExpired(countInterval))
+    ++files_;
+    bytes_ += item.filesize();
+    if (files_ >= countBatch || sinceFlush_.hasExpired(countInterval))
         flush();
 }
 
 void FoundCounter::flush()
 {
     sinceFlush_.start();
-    if (waiting_.empty())
-        return;
-    MainThread::post([stats = stats_, items = std::move(waiting_)] {
-        for (const QueueArray::Item &item : items)
-            count(*stats, *item);
-    });
-    waiting_ = {};
+    if (stats_ && files_ > 0)
+        MainThread::post(
+            [stats = stats_, files = files_, bytes = bytes_] { count(*stats, files, bytes); });
+    files_ = 0;
+    bytes_ = 0;
 }
 
-void FoundCounter::count(QueueStatsObject &stats, const QueueObject &item)
+void FoundCounter::count(QueueStatsObject &stats, std::int64_t files, double bytes)
 {
-    stats.setScanFoundFiles(stats.scanFoundFiles() + 1);
-    stats.setScanFoundBytes(stats.scanFoundBytes() + item.filesize());
+    stats.setScanFoundFiles(stats.scanFoundFiles() + files);
+    stats.setScanFoundBytes(stats.scanFoundBytes() + bytes);
 }
 
 /// A name, and the open folder through which it is reached.
@@ -129,7 +126,7 @@ QueueArray::Item TreeScan::makeItem(const Name &name)
     item->setFilesize(size);
     item->setMaxValue(size);
     item->setScanFacts(facts);
-    counter_.add(item);
+    counter_.add(*item);
     return item;
 }
 

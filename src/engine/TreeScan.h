@@ -24,14 +24,15 @@ class FoundCounter
     FoundCounter(const FoundCounter &) = delete;
     FoundCounter &operator=(const FoundCounter &) = delete;
 
-    void add(const QueueArray::Item &item);
-    static void count(QueueStatsObject &stats, const QueueObject &item);
+    void add(const QueueObject &item);
+    static void count(QueueStatsObject &stats, std::int64_t files, double bytes);
 
   private:
     void flush();
 
     std::shared_ptr<QueueStatsObject> stats_;
-    QueueArray::Items waiting_;
+    std::int64_t files_ = 0; ///< found, and not yet handed over
+    double bytes_ = 0;
     QElapsedTimer sinceFlush_;
 };
 

@@ -1,5 +1,7 @@
 #include "platform/MainThread.h"
 
+#include "platform/CallList.h"
+
 #include <QCoreApplication>
 #include <QEvent>
 #include <QObject>
@@ -8,18 +10,11 @@
 #include <atomic>
 #include <deque>
 #include <semaphore>
-#include <vector>
 
 namespace {
 
-struct Node
-{
-    MainThread::Call call;
-    Node *next = nullptr;
-};
-
 /// The calls handed over and not yet run. Qt's event only wakes the main thread; the calls
-/// themselves pass through an atomic list, so their order is plain to every reader and tool.
+/// themselves pass through a CallList, whose order is plain to every reader and tool.
 class CallQueue final : public QObject
 {
   public:
@@ -33,11 +28,7 @@ class CallQueue final : public QObject
 
     void push(MainThread::Call call)
     {
-        Node *node = new Node{std::move(call)};
-        node->next = newest_.load(std::memory_order_relaxed);
-        while (!newest_.compare_exchange_weak(node->next, node, std::memory_order_release,
-                                              std::memory_order_relaxed)) {
-        }
+        handedOver_.push(std::move(call));
         wake();
     }
 
@@ -57,7 +48,7 @@ class CallQueue final : public QObject
     void drain()
     {
         isAwake_.store(false);
-        takeHandedOver();
+        handedOver_.takeInto(ready_);
         while (!ready_.empty()) {
             const MainThread::Call call = std::move(ready_.front());
             ready_.pop_front();
@@ -68,19 +59,7 @@ class CallQueue final : public QObject
         }
     }
 
-    void takeHandedOver()
-    {
-        std::vector<Node *> nodes;
-        for (Node *node = newest_.exchange(nullptr, std::memory_order_acquire); node != nullptr;
-             node = node->next)
-            nodes.push_back(node);
-        for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
-            ready_.push_back(std::move((*node)->call));
-            delete *node;
-        }
-    }
-
-    std::atomic<Node *> newest_ = nullptr;
+    CallList handedOver_;
     std::atomic<bool> isAwake_ = false;
     std::deque<MainThread::Call> ready_; ///< main thread only
 };

@@ -302,6 +302,31 @@ class EraseCommandTest : public QObject
         QCOMPARE(outcome.exitCode, 1);
     }
 
+    void dotsThatNameNoFolderOfTheirOwnAreRefused_data()
+    {
+        QTest::addColumn<QByteArray>("path");
+        QTest::newRow("alone") << QByteArray("..");
+        QTest::newRow("with a slash") << QByteArray("../");
+        QTest::newRow("behind a folder") << QByteArray("folder/..");
+    }
+    void dotsThatNameNoFolderOfTheirOwnAreRefused()
+    {
+        QFETCH(QByteArray, path);
+        const Scratch scratch;
+        scratch.folder("here");
+        scratch.folder("here/folder");
+        const QByteArray file = scratch.file("file", "content");
+
+        const Outcome outcome =
+            Program(scratch, {"erase", "-y", path}).in(scratch.path("here")).run();
+
+        QVERIFY2(
+            outcome.errors.endsWith("/..: Refused: \"..\" names no file or folder of its own\n"),
+            outcome.errors.constData());
+        QCOMPARE(outcome.exitCode, 1);
+        QCOMPARE(Scratch::content(file), QByteArray("content"));
+    }
+
     void anEmptyPathIsRefusedAndTheOthersGoOn()
     {
         const Scratch scratch;

@@ -206,6 +206,22 @@ class EraseOptionsTest : public QObject
         QVERIFY(EraseOptions::parse({"--leave-link-targets", "a"}, {4, false}).leavesLinkTargets);
     }
 
+    void whoAsksForHelpNeedsNoPath_data()
+    {
+        QTest::addColumn<Arguments>("arguments");
+        QTest::newRow("-h") << Arguments{"-h"};
+        QTest::newRow("--help") << Arguments{"--help"};
+        QTest::newRow("among others") << Arguments{"-yh", "a"};
+    }
+    void whoAsksForHelpNeedsNoPath()
+    {
+        QFETCH(Arguments, arguments);
+
+        QCOMPARE(parsed(arguments).error, QString());
+        QVERIFY(parsed(arguments).wantsHelp);
+        QVERIFY(!parsed({"--", "--help"}).wantsHelp);
+    }
+
     void withoutAPathThereIsNothingToErase_data()
     {
         QTest::addColumn<Arguments>("arguments");
@@ -227,6 +243,10 @@ class EraseOptionsTest : public QObject
         QTest::addColumn<QString>("error");
         QTest::newRow("unknown letter")
             << Arguments{"a", "-x"} << QStringLiteral("unknown option: -x");
+        QTest::newRow("unknown letter before others")
+            << Arguments{"-xq", "a"} << QStringLiteral("unknown option: -x");
+        QTest::newRow("unknown letter among others")
+            << Arguments{"--yes", "a", "-qxn"} << QStringLiteral("unknown option: -x");
         QTest::newRow("unknown word")
             << Arguments{"--erase-all", "a"} << QStringLiteral("unknown option: --erase-all");
         QTest::newRow("unknown word between paths")

@@ -5,8 +5,8 @@
 
 namespace {
 
-constexpr int files = 1500;
-constexpr qsizetype fileSize = 131072;
+constexpr int files = 600;
+constexpr qsizetype fileSize = 524288;
 
 /// The content of a file: mostly a hole, so that many are quickly made.
 QByteArray content()
@@ -165,7 +165,7 @@ class InterruptTest : public QObject
         QVERIFY(many.isMade);
         const QByteArray last = many.scratch.folder("last");
         // The same folder again and again makes a long scan of few files.
-        Program::Arguments arguments(800, many.folder);
+        Program::Arguments arguments(2000, many.folder);
         arguments.insert(arguments.begin(), {"erase", "-y", "--json"});
         arguments.push_back(last);
         Program program(many.scratch, arguments);

@@ -15,15 +15,19 @@ class UsageTest : public QObject
         QTest::newRow("--help") << Arguments{"--help"};
         QTest::newRow("-h") << Arguments{"-h"};
         QTest::newRow("erase --help") << Arguments{"erase", "--help"};
+        QTest::newRow("erase -h") << Arguments{"erase", "-h"};
+        QTest::newRow("erase, with all that it takes") << Arguments{"erase", "-y", "x", "--help"};
         QTest::newRow("methods --help") << Arguments{"methods", "--help"};
     }
     void helpGoesToStandardOutput()
     {
         QFETCH(Arguments, arguments);
         const Scratch scratch;
+        const QByteArray file = scratch.file("x", "content");
 
         const Outcome outcome = Program(scratch, arguments).run();
 
+        QCOMPARE(Scratch::content(file), QByteArray("content"));
         QVERIFY(outcome.output.startsWith("Usage: vantorel-cli erase [OPTION]... [--] PATH...\n"
                                           "       vantorel-cli methods [--json]\n"));
         for (const char *option : {"  -m, --method N ", "  -y, --yes ", "  -n, --dry-run ",

@@ -24,6 +24,12 @@ QString failureLine(const QByteArray &path, int error)
            QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(error));
 }
 
+Paths sorted(Paths paths)
+{
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
 ScanFacts facts(qsizetype givenLength, bool isLink = false)
 {
     ScanFacts facts;
@@ -116,6 +122,7 @@ class FileUtilsFoldersTest : public QObject
     void thousandsOfHiddenEntriesDoNotCountEither();
 
     void deleteFolderRemovesWhateverTheFolderHolds();
+    void deleteFolderPassesOverSlashesAtTheEnd();
     void deleteFolderOfNoPathOrAnEmptyOneDoesNothing();
     void deleteFolderLeavesAFile();
     void deleteFolderLeavesALinkAndItsTarget();
@@ -130,6 +137,7 @@ class FileUtilsFoldersTest : public QObject
     void theSweepRemovesAHiddenTreeWithItsVisibleFiles();
     void theSweepFollowsNoHiddenLink();
     void theSweepNamesTheHiddenFilesThatWentUnoverwritten();
+    void theSweepNamesTheFoldersThatWent();
     void aParentEmptiedByItsChildGoesInTheSameSweep();
     void theSweepIsASingleOne();
     void aFolderThatIsGoneIsLoggedAndTheSweepGoesOn();
@@ -154,7 +162,7 @@ class FileUtilsFoldersTest : public QObject
 
   private:
     /// Sweeps folders of the scratch folder as a scan of them would have noted them.
-    Paths sweep(const QByteArrayList &names) const;
+    FolderSweep sweep(const QByteArrayList &names) const;
 
     std::unique_ptr<Scratch> scratch_;
 };
@@ -172,12 +180,12 @@ void FileUtilsFoldersTest::cleanup()
     scratch_.reset();
 }
 
-Paths FileUtilsFoldersTest::sweep(const QByteArrayList &names) const
+FolderSweep FileUtilsFoldersTest::sweep(const QByteArrayList &names) const
 {
     FileUtils::FolderPaths folders;
     for (const QByteArray &name : names)
         folders.emplace_back(scratch_->path(name), facts(scratch_->path().size()));
-    return FileUtils().deleteFoldersFromArray(folders).removedFiles;
+    return FileUtils().deleteFoldersFromArray(folders);
 }
 
 void FileUtilsFoldersTest::onlyVisibleEntriesCountInAFolder_data()
@@ -262,6 +270,15 @@ void FileUtilsFoldersTest::deleteFolderRemovesWhateverTheFolderHolds()
     FileUtils().deleteFolder(top);
     QVERIFY(!Scratch::exists(top));
     QCOMPARE(log.lines(), QStringList());
+}
+
+void FileUtilsFoldersTest::deleteFolderPassesOverSlashesAtTheEnd()
+{
+    const QByteArray top = scratch_->folder("top");
+    scratch_->folder("top/inner");
+    scratch_->file("top/inner/file", 1);
+    FileUtils().deleteFolder(top + "//");
+    QVERIFY(!Scratch::exists(top));
 }
 
 void FileUtilsFoldersTest::deleteFolderOfNoPathOrAnEmptyOneDoesNothing()
@@ -356,7 +373,7 @@ void FileUtilsFoldersTest::theSweepLeavesAFolderThatHoldsAVisibleEntry()
     if (!folder.isEmpty())
         scratch_->folder("top/" + folder);
     const RecordedLog log;
-    QVERIFY(sweep({"top"}).empty());
+    QVERIFY(sweep({"top"}).removedFiles.empty());
     QVERIFY(Scratch::exists(scratch_->path("top/" + file + folder)));
     QCOMPARE(Scratch::content(hidden), QByteArray("kept"));
     QCOMPARE(log.lines(), QStringList());
@@ -403,9 +420,20 @@ void FileUtilsFoldersTest::theSweepNamesTheHiddenFilesThatWentUnoverwritten()
     scratch_->file("full/visible", 1);
     const QByteArray first = scratch_->file("top/.first", 1);
     const QByteArray second = scratch_->file("top/.git/second", 1);
-    Paths gone = sweep({"top", "full", "empty"});
-    std::sort(gone.begin(), gone.end());
-    QVERIFY(gone == (Paths{first, second}));
+    QVERIFY(sorted(sweep({"top", "full", "empty"}).removedFiles) == (Paths{first, second}));
+}
+
+void FileUtilsFoldersTest::theSweepNamesTheFoldersThatWent()
+{
+    const QByteArray top = scratch_->folder("top");
+    const QByteArray hidden = scratch_->folder("top/.hidden");
+    const QByteArray inner = scratch_->folder("top/.hidden/inner");
+    const QByteArray empty = scratch_->folder("empty");
+    scratch_->folder("full");
+    scratch_->file("full/visible", 1);
+    const RecordedLog log;
+    const FolderSweep gone = sweep({"top", "gone", "full", "empty"});
+    QVERIFY(sorted(gone.removedFolders) == sorted({top, hidden, inner, empty}));
 }
 
 void FileUtilsFoldersTest::aParentEmptiedByItsChildGoesInTheSameSweep()
@@ -450,10 +478,10 @@ void FileUtilsFoldersTest::aDroppedLinkToAFolderWithHiddenFilesGoesAndTheyStay()
     scratch_->folder("target");
     const QByteArray hidden = scratch_->file("target/.hidden", QByteArray("kept"));
     const QByteArray link = scratch_->link("link", "target");
-    const Paths gone = FileUtils()
-                           .deleteFoldersFromArray({{link, facts(scratch_->path().size(), true)}})
-                           .removedFiles;
-    QVERIFY(gone.empty());
+    const FolderSweep gone =
+        FileUtils().deleteFoldersFromArray({{link, facts(scratch_->path().size(), true)}});
+    QVERIFY(gone.removedFiles.empty());
+    QVERIFY(gone.removedFolders == Paths{link});
     QVERIFY(!Scratch::exists(link));
     QCOMPARE(Scratch::content(hidden), QByteArray("kept"));
 }

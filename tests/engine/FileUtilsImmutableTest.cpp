@@ -207,7 +207,7 @@ void FileUtilsImmutableTest::theFlagIsPutBackOnAnotherHardLink()
                        path);
     QVERIFY(repair.fix(1));
     QCOMPARE(::unlink(path.constData()), 0);
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(flagsOf(other), before);
 }
 
@@ -225,7 +225,7 @@ void FileUtilsImmutableTest::flagAndPermissionsArePutBackTogether()
     QVERIFY(repair.fix(1));
     QVERIFY(repair.fix(13));
     QCOMPARE(Scratch::permissions(path), mode_t(0777));
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(Scratch::permissions(path), mode_t(0400));
     QVERIFY((flagsOf(path) & FS_IMMUTABLE_FL) != 0);
 }

@@ -81,7 +81,7 @@ class FolderRemovalTest : public QObject
     void allThatAFolderHoldsGoesOrOnlyWhatIsHidden();
     void aHiddenTreeOf5000LevelsGoes();
     void askingWhetherItIsEmptyChangesNothing();
-    void entriesThatWentAreNamedWithTheirPaths();
+    void whatWentIsNamedWithItsPath();
     void whatCannotBeRemovedKeepsTheFolderAndTheRestIsGone();
 
     void theFolderThatWasJudgedIsTheOneThatIsRemoved();
@@ -161,10 +161,10 @@ void FolderRemovalTest::askingWhetherItIsEmptyChangesNothing()
     QVERIFY(removal.removedEntries().empty());
 }
 
-void FolderRemovalTest::entriesThatWentAreNamedWithTheirPaths()
+void FolderRemovalTest::whatWentIsNamedWithItsPath()
 {
     const QByteArray top = scratch_->folder("top");
-    scratch_->folder("top/folder");
+    const QByteArray folder = scratch_->folder("top/folder");
     const QByteArray file = scratch_->file("top/file", 1);
     const QByteArray deeper = scratch_->file("top/folder/file", 1);
     const QByteArray link = scratch_->link("top/link", "/nothing");
@@ -173,6 +173,7 @@ void FolderRemovalTest::entriesThatWentAreNamedWithTheirPaths()
     std::vector<QByteArray> entries = removal.removedEntries();
     std::sort(entries.begin(), entries.end());
     QVERIFY(entries == (std::vector<QByteArray>{file, deeper, link}));
+    QVERIFY(removal.removedFolders() == std::vector<QByteArray>{folder});
 }
 
 void FolderRemovalTest::whatCannotBeRemovedKeepsTheFolderAndTheRestIsGone()

@@ -48,12 +48,14 @@ class FakeInodeFlags final : public ForwardingSystemCalls
     int setPermissions(int handle, std::uint32_t permissions) override
     {
         ++permissionCalls;
-        return ForwardingSystemCalls::setPermissions(handle, permissions);
+        return permissionError != 0 ? -permissionError
+                                    : ForwardingSystemCalls::setPermissions(handle, permissions);
     }
 
     std::uint32_t current;
     int readError = 0;
     int writeError = 0;
+    int permissionError = 0;
     int flagCalls = 0;
     int permissionCalls = 0;
 };
@@ -97,6 +99,8 @@ class InodeRepairTest : public QObject
     void flagsThatCannotBeReadOrSetAreNoRepair();
     void aFlagThatSomebodySetMeanwhileStays();
     void theFlagOfAnInodeWithoutANameIsNotPutBack();
+    void whatCannotBePutBackIsSaidAndLogged_data();
+    void whatCannotBePutBackIsSaidAndLogged();
     void onlyRegularFilesAndFoldersAreAskedForTheirFlags_data();
     void onlyRegularFilesAndFoldersAreAskedForTheirFlags();
 
@@ -124,15 +128,15 @@ void InodeRepairTest::writePermissionIsAddedAndPutBack()
     QVERIFY(repair.isUsable());
     QVERIFY(repair.addWritePermission());
     QCOMPARE(Scratch::permissions(path), mode_t(0777));
+    QCOMPARE(Scratch::content(path), QByteArray("kept"));
     QCOMPARE(
         log.lines(),
         QStringList(
             QStringLiteral("-[FileUtils changePermissionsForFile:] Adding write permissions to ") +
             QString::fromUtf8(path)));
 
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(Scratch::permissions(path), mode_t(permissions));
-    QCOMPARE(Scratch::content(path), QByteArray("kept"));
     QCOMPARE(log.lines().size(), 1);
 }
 
@@ -143,9 +147,9 @@ void InodeRepairTest::theRepairIsPutBackOnce()
     QCOMPARE(::chmod(path.constData(), 0400), 0);
     InodeRepair repair = repairOf(path);
     QVERIFY(repair.addWritePermission());
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(::chmod(path.constData(), 0640), 0);
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(Scratch::permissions(path), mode_t(0640));
 }
 
@@ -157,7 +161,7 @@ void InodeRepairTest::withoutARepairNothingIsPutBack()
     const SystemCalls::Replacement replacement(calls);
     InodeRepair repair = repairOf(path);
     QCOMPARE(::chmod(path.constData(), 0640), 0);
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(Scratch::permissions(path), mode_t(0640));
     QCOMPARE(calls.permissionCalls, 0);
     QCOMPARE(calls.current, noDump);
@@ -175,7 +179,7 @@ void InodeRepairTest::anotherHardLinkGetsItsPermissionsBack()
     QCOMPARE(Scratch::permissions(other), mode_t(0777));
     QCOMPARE(::unlink(path.constData()), 0);
 
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(Scratch::permissions(other), mode_t(0440));
 }
 
@@ -188,7 +192,7 @@ void InodeRepairTest::aFileWithoutANameIsLeftAsItIs()
     InodeRepair repair = repairOf(path);
     QVERIFY(repair.addWritePermission());
     QCOMPARE(::unlink(path.constData()), 0);
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(calls.permissionCalls, 1);
 }
 
@@ -206,7 +210,7 @@ void InodeRepairTest::theInodeIsRepairedWhateverBecomesOfItsName()
     QVERIFY(repair.addWritePermission());
     QCOMPARE(Scratch::permissions(moved), mode_t(0777));
     QCOMPARE(Scratch::permissions(path), mode_t(0444));
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(Scratch::permissions(moved), mode_t(0400));
     QCOMPARE(Scratch::permissions(path), mode_t(0444));
 }
@@ -223,7 +227,7 @@ void InodeRepairTest::aFolderAndAFifoMayBeRepaired()
         QVERIFY(repair.isUsable());
         QVERIFY(repair.addWritePermission());
         QCOMPARE(Scratch::permissions(path), mode_t(0777));
-        repair.putBack();
+        QVERIFY(repair.putBack());
         QCOMPARE(Scratch::permissions(path), before);
     }
 }
@@ -250,7 +254,7 @@ void InodeRepairTest::aHandleToALinkIsRefused()
     QVERIFY(!repair.unlock());
     QVERIFY(!repair.fix(EACCES));
     QVERIFY(!repair.fix(EPERM));
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(Scratch::permissions(file), mode_t(0400));
     QCOMPARE(calls.permissionCalls, 0);
     QCOMPARE(calls.flagCalls, 0);
@@ -265,7 +269,7 @@ void InodeRepairTest::aClosedHandleRepairsNothing()
     QVERIFY(!repair.isUsable());
     QVERIFY(!repair.addWritePermission());
     QVERIFY(!repair.unlock());
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(calls.permissionCalls, 0);
     QCOMPARE(calls.flagCalls, 0);
 }
@@ -279,7 +283,7 @@ void InodeRepairTest::aHandleThroughALinkRepairsItsTarget()
     QVERIFY(repair.isUsable());
     QVERIFY(repair.addWritePermission());
     QCOMPARE(Scratch::permissions(file), mode_t(0777));
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(Scratch::permissions(file), mode_t(0400));
 }
 
@@ -312,7 +316,7 @@ void InodeRepairTest::theErrorDecidesWhatIsRepaired()
     QCOMPARE(Scratch::permissions(path), mode_t(permissions));
     QCOMPARE(calls.current, flags);
 
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(Scratch::permissions(path), mode_t(0400));
     QCOMPARE(calls.current, immutable);
 }
@@ -335,7 +339,7 @@ void InodeRepairTest::aRefusalOfTheSystemIsNoRepair()
     const SystemCalls::Replacement replacement(calls);
     InodeRepair repair = repairOf(path);
     QVERIFY(!repair.addWritePermission());
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(calls.calls, 1);
 }
 
@@ -352,7 +356,7 @@ void InodeRepairTest::theImmutableFlagAloneIsClearedAndPutBack()
              QStringList(QStringLiteral("-[FileUtils unlockFilepath:] Unlocking file ") +
                          QString::fromUtf8(path)));
 
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(calls.current, immutable | noDump);
     QCOMPARE(log.lines().size(), 1);
 }
@@ -375,7 +379,7 @@ void InodeRepairTest::aFlagThatIsNotSetIsNoRepair()
     InodeRepair repair = repairOf(path);
     QVERIFY(!repair.unlock());
     QCOMPARE(log.lines(), QStringList());
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(calls.current, flags);
 }
 
@@ -402,7 +406,7 @@ void InodeRepairTest::flagsThatCannotBeReadOrSetAreNoRepair()
 
     calls.readError = calls.writeError = 0;
     calls.current = 0;
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(calls.current, 0U);
 }
 
@@ -428,8 +432,31 @@ void InodeRepairTest::theFlagOfAnInodeWithoutANameIsNotPutBack()
     InodeRepair repair = repairOf(path);
     QVERIFY(repair.unlock());
     QCOMPARE(::unlink(path.constData()), 0);
-    repair.putBack();
+    QVERIFY(repair.putBack());
     QCOMPARE(calls.current, 0U);
+}
+
+void InodeRepairTest::whatCannotBePutBackIsSaidAndLogged_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("permissions") << EACCES;
+    QTest::newRow("flag") << EPERM;
+}
+
+void InodeRepairTest::whatCannotBePutBackIsSaidAndLogged()
+{
+    QFETCH(int, error);
+    const QByteArray path = scratch_->file("file", 1);
+    FakeInodeFlags calls(immutable);
+    const SystemCalls::Replacement replacement(calls);
+    const RecordedLog log;
+    InodeRepair repair = repairOf(path);
+    QVERIFY(repair.fix(error));
+    calls.writeError = calls.permissionError = EROFS;
+    QVERIFY(!repair.putBack());
+    QCOMPARE(log.lines().last(),
+             QStringLiteral("-[InodeRepair putBack] Could not put back permissions or flags of ") +
+                 QString::fromUtf8(path));
 }
 
 void InodeRepairTest::onlyRegularFilesAndFoldersAreAskedForTheirFlags_data()

@@ -4,6 +4,20 @@
 
 #include <QTest>
 
+namespace {
+
+constexpr std::uint64_t ext4 = 0xEF53;
+
+FileStatus statusOf(const QByteArray &path)
+{
+    FileStatus status;
+    SystemCalls::real().statusAt(SystemCalls::startFolder, path.constData(),
+                                 SystemCalls::LastLink::Stop, status);
+    return status;
+}
+
+} // namespace
+
 /// Only asks; nothing here is removed.
 class ProtectedPlacesTest : public QObject
 {
@@ -17,11 +31,20 @@ class ProtectedPlacesTest : public QObject
     void aPathThroughALinkOfTheUsersIsRefusedToo();
     void anEmptyPathIsRefused_data();
     void anEmptyPathIsRefused();
+    void aPathThatEndsAboveItsFolderIsRefused_data();
+    void aPathThatEndsAboveItsFolderIsRefused();
     void otherPlacesAreNotRefused_data();
     void otherPlacesAreNotRefused();
     void aLinkToAProtectedPlaceIsNotThePlace();
     void whatIsOfTheUserIsNotRefused_data();
     void whatIsOfTheUserIsNotRefused();
+
+    void aPlaceIsContainedWhereverItIsMet_data();
+    void aPlaceIsContainedWhereverItIsMet();
+    void theKernelsOwnFileSystemsAreContained_data();
+    void theKernelsOwnFileSystemsAreContained();
+    void anOrdinaryFolderIsNotContained();
+    void whatIsMetOnTheWayHasItsOwnWords();
 };
 
 void ProtectedPlacesTest::aProtectedPlaceIsRefusedByName_data()
@@ -88,6 +111,23 @@ void ProtectedPlacesTest::anEmptyPathIsRefused()
              QStringLiteral("Refused: an empty path names nothing"));
 }
 
+void ProtectedPlacesTest::aPathThatEndsAboveItsFolderIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::newRow("existing folder") << QByteArray("folder/..");
+    QTest::newRow("with a slash") << QByteArray("folder/../");
+    QTest::newRow("missing folder") << QByteArray("missing/..");
+}
+
+void ProtectedPlacesTest::aPathThatEndsAboveItsFolderIsRefused()
+{
+    QFETCH(QByteArray, name);
+    const Scratch scratch;
+    scratch.folder("folder");
+    QCOMPARE(ProtectedPlaces::refusal(scratch.path(name)),
+             QStringLiteral("Refused: \"..\" names no file or folder of its own"));
+}
+
 void ProtectedPlacesTest::otherPlacesAreNotRefused_data()
 {
     QTest::addColumn<QByteArray>("path");
@@ -131,6 +171,48 @@ void ProtectedPlacesTest::whatIsOfTheUserIsNotRefused()
     scratch.file("file", 1);
     scratch.link("dangling", "nothing");
     QVERIFY(ProtectedPlaces::refusal(scratch.path(name)).isNull());
+}
+
+void ProtectedPlacesTest::aPlaceIsContainedWhereverItIsMet_data()
+{
+    aProtectedPlaceIsRefusedByName_data();
+}
+
+void ProtectedPlacesTest::aPlaceIsContainedWhereverItIsMet()
+{
+    QFETCH(QByteArray, path);
+    QVERIFY(ProtectedPlaces().contains(statusOf(path), ext4));
+}
+
+void ProtectedPlacesTest::theKernelsOwnFileSystemsAreContained_data()
+{
+    QTest::addColumn<quint64>("type");
+    QTest::newRow("proc") << quint64(0x9FA0);
+    QTest::newRow("sysfs") << quint64(0x62656572);
+    QTest::newRow("cgroup2") << quint64(0x63677270);
+}
+
+void ProtectedPlacesTest::theKernelsOwnFileSystemsAreContained()
+{
+    QFETCH(quint64, type);
+    const Scratch scratch;
+    QVERIFY(ProtectedPlaces().contains(statusOf(scratch.path()), type));
+}
+
+void ProtectedPlacesTest::anOrdinaryFolderIsNotContained()
+{
+    const Scratch scratch;
+    QVERIFY(!ProtectedPlaces().contains(statusOf(scratch.path()), ext4));
+    // The same number of an inode, on another device.
+    FileStatus other = statusOf("/");
+    other.device = ~other.device;
+    QVERIFY(!ProtectedPlaces().contains(other, ext4));
+}
+
+void ProtectedPlacesTest::whatIsMetOnTheWayHasItsOwnWords()
+{
+    QCOMPARE(ProtectedPlaces::refusalOnTheWay(),
+             QStringLiteral("Refused: a part of the system itself is never erased"));
 }
 
 QTEST_APPLESS_MAIN(ProtectedPlacesTest)

@@ -6,6 +6,7 @@
 
 #include <QTest>
 
+#include <limits>
 #include <thread>
 #include <vector>
 
@@ -132,6 +133,10 @@ void QueueStatsObjectTest::theBarsMaximumIsTheTotalWithoutItsFraction_data()
     QTest::newRow("a size that could not be read") << -1.0 << -1.0;
     QTest::newRow("towards zero from below") << -1.9 << -1.0;
     QTest::newRow("more than 32 bits hold") << 5e12 + 0.5 << 5e12;
+    QTest::newRow("more than 64 bits hold") << 1e300 << 9223372036854775808.0;
+    QTest::newRow("less than 64 bits hold") << -1e300 << -9223372036854775808.0;
+    QTest::newRow("infinite") << std::numeric_limits<double>::infinity() << 9223372036854775808.0;
+    QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << 0.0;
 }
 
 void QueueStatsObjectTest::theBarsMaximumIsTheTotalWithoutItsFraction()

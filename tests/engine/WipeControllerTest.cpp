@@ -333,8 +333,6 @@ void WipeControllerTest::threeFilesWhoseSecondCannotBeOpenedTellOneFailureAndOne
     QCOMPARE(stats_->totalFilesWiped(), std::int64_t(2));
     QCOMPARE(stats_->filesFailed(), std::int64_t(1));
     QCOMPARE(stats_->totalFilesRemaining(), std::int64_t(0));
-    for (auto &wiper : wipers)
-        wiper->wait();
 }
 
 void WipeControllerTest::everyFileMayFail()
@@ -476,7 +474,6 @@ void WipeControllerTest::startingTwiceRunsOnce()
     QCOMPARE(delegate_->told, QByteArrayList{"finished"});
     QCOMPARE(calls_->opened, (QByteArrayList{"first", "second"}));
     QCOMPARE(stats_->totalFilesWiped(), std::int64_t(2));
-    wiper->wait();
 }
 
 void WipeControllerTest::startingDuringARunDoesNotStartAnother()
@@ -844,7 +841,6 @@ void WipeControllerTest::eachFileHasAWiperOfItsOwnAndIdleMeansNone()
     QVERIFY(second != nullptr);
     QVERIFY(second != first.get());
     QCOMPARE(controller_->fileWiper(), nullptr);
-    first->wait();
 }
 
 void WipeControllerTest::aWiperIsReleasedWhileItsThreadWaitsAndEndsWhole()

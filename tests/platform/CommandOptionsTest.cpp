@@ -149,6 +149,10 @@ void CommandOptionsTest::whatIsWrongIsNamed_data()
         << QByteArrayList({"a", "--level=3"}) << QByteArray("unknown option: --level=3");
     QTest::newRow("a letter without its value")
         << QByteArrayList({"a", "-m"}) << QByteArray("needs a value: -m");
+    QTest::newRow("a name that has a letter, too, without its value")
+        << QByteArrayList({"-y", "--method"}) << QByteArray("needs a value: --method");
+    QTest::newRow("a value for none")
+        << QByteArrayList({"--yes=5"}) << QByteArray("unknown option: --yes=5");
     QTest::newRow("a cluster without its value")
         << QByteArrayList({"-ym"}) << QByteArray("needs a value: -m");
     QTest::newRow("a name without its value")

@@ -75,7 +75,6 @@ class RecordingVisitor final : public TreeVisitor
     QList<FileKind> kinds;
     QSet<QByteArray> passedOver; ///< not entered
     QSet<QByteArray> left;       ///< entered, opened, and then not read
-    QSet<QByteArray> closed;     ///< opened, but not to be told of
     int visitsBeforeStop = 0;
     bool stops = false;
 };

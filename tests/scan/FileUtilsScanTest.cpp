@@ -513,7 +513,7 @@ void FileUtilsScanTest::protectedPlacesAreRefused_data()
     QTest::newRow("the root folder and a dot") << QByteArray("/.") << never("/");
     QTest::newRow("back to the root folder") << QByteArray("/proc/../.") << never("/");
     const QString above = QStringLiteral("Refused: \"..\" names no file or folder of its own");
-    QTest::newRow("above the root folder") << QByteArray("/..") << above;
+    QTest::newRow("above the root folder") << QByteArray("/..") << never("/");
     QTest::newRow("above a folder") << QByteArray("/usr/bin/..") << above;
     QTest::newRow("above a folder, with a slash") << QByteArray("/usr/bin/../") << above;
     QTest::newRow("the processes") << QByteArray("/proc") << never("/proc");

@@ -6,21 +6,28 @@
 
 namespace {
 
-/// An item seen as its place. Holds no bytes of its own, so a million of them stay small.
+/// An item seen as its place. Holds no bytes of its own, so a million of them stay small; with its
+/// hash, so that few of them are looked at to tell them apart.
 struct Place
 {
-    const QueueObject *item;
+    explicit Place(const QueueArray::Item &object)
+        : item(object.get()), hash(qHashMulti(0, object->filepath(), object->filename()))
+    {
+    }
 
     bool operator==(const Place &other) const
     {
-        return item->filename() == other.item->filename() &&
+        return hash == other.hash && item->filename() == other.item->filename() &&
                item->filepath() == other.item->filepath();
     }
+
+    const QueueObject *item;
+    size_t hash;
 };
 
 size_t qHash(const Place &place, size_t seed)
 {
-    return qHashMulti(seed, place.item->filepath(), place.item->filename());
+    return place.hash ^ seed;
 }
 
 } // namespace
@@ -29,11 +36,12 @@ QueueArray::Items UniqueMerge::makeUniqueArray(const QueueArray &queue,
                                                QueueArray::Items newObjects)
 {
     QSet<Place> places;
+    places.reserve(qsizetype(queue.count() + newObjects.size()));
     for (const QueueArray::Item &item : queue.items())
-        places.insert({item.get()});
+        places.insert(Place(item));
     const auto isKnown = [&places](const QueueArray::Item &item) {
         const qsizetype before = places.size();
-        places.insert({item.get()});
+        places.insert(Place(item));
         return places.size() == before;
     };
     newObjects.erase(std::remove_if(newObjects.begin(), newObjects.end(), isKnown),
