@@ -1,11 +1,12 @@
 #include "platform/BackgroundQueue.h"
 
+#include "platform/CallList.h"
 #include "platform/ThreadSignals.h"
 
 #include <QThreadPool>
 
-#include <atomic>
-#include <memory>
+#include <deque>
+#include <utility>
 
 namespace {
 
@@ -21,23 +22,27 @@ QThreadPool &pool()
     return threads;
 }
 
+// The pool's own queue is invisible to the thread sanitizer, so the tasks pass beside it; the pool
+// only says when.
+CallList &handedOver()
+{
+    static CallList tasks;
+    return tasks;
+}
+
+void runHandedOver()
+{
+    ThreadSignals::blockAll();
+    std::deque<CallList::Call> tasks;
+    handedOver().takeInto(tasks);
+    for (const CallList::Call &task : tasks)
+        task();
+}
+
 } // namespace
 
 void BackgroundQueue::submit(std::function<void()> task)
 {
-    // The pool's own locks are invisible to the thread sanitizer; this atomic makes the hand-over
-    // plain.
-    struct Envelope
-    {
-        std::function<void()> task;
-        std::atomic<bool> isSealed = false;
-    };
-    const auto envelope = std::make_shared<Envelope>();
-    envelope->task = std::move(task);
-    envelope->isSealed.store(true, std::memory_order_release);
-    pool().start([envelope] {
-        ThreadSignals::blockAll();
-        if (envelope->isSealed.load(std::memory_order_acquire))
-            envelope->task();
-    });
+    handedOver().push(std::move(task));
+    pool().start(runHandedOver);
 }

@@ -155,6 +155,7 @@ class FileUtilsFoldersTest : public QObject
 
     void whatAppearsAfterTheEmptinessCheckSurvivesAndKeepsTheFolder_data();
     void whatAppearsAfterTheEmptinessCheckSurvivesAndKeepsTheFolder();
+    void slashesAtTheEndLetNoVisibleFileGo();
     void whatAppearsRightBeforeTheRemovalSurvivesAndKeepsTheFolder();
     void aFolderThatFailsInItsListingStays();
     void theSweepRefusesAProtectedPlace_data();
@@ -577,6 +578,21 @@ void FileUtilsFoldersTest::whatAppearsAfterTheEmptinessCheckSurvivesAndKeepsTheF
     QCOMPARE(Scratch::content(file), QByteArray("kept"));
     QVERIFY(Scratch::exists(top));
     QCOMPARE(log.lines(), QStringList(failureLine(top, ENOTEMPTY)));
+}
+
+void FileUtilsFoldersTest::slashesAtTheEndLetNoVisibleFileGo()
+{
+    scratch_->folder("top");
+    QByteArray file;
+    MeddlingAfterTheFirstListing calls([this, &file] {
+        scratch_->folder("top/new");
+        file = scratch_->file("top/new/file", QByteArray("kept"));
+    });
+    const SystemCalls::Replacement replacement(calls);
+    const RecordedLog log;
+    sweep({"top//"});
+    QVERIFY(!file.isEmpty());
+    QCOMPARE(Scratch::content(file), QByteArray("kept"));
 }
 
 void FileUtilsFoldersTest::whatAppearsRightBeforeTheRemovalSurvivesAndKeepsTheFolder()
