@@ -95,7 +95,8 @@ FileUrl FileUtils::createFolder(const FileUrl &url, bool allowAlternative)
     const bool existed = doesFolderExists(url);
     if (existed && !allowAlternative)
         return url;
-    const FileUrl shortened(url.path().first(lengthOfCharacters(url.path(), longestFolderPath)));
+    const FileUrl shortened(PathBytes::withoutTrailingSlashes(
+        url.path().first(lengthOfCharacters(url.path(), longestFolderPath))));
     FileUrl folder = shortened;
     for (std::int64_t number = 1; existed && doesFolderExists(folder); ++number)
         folder = FileUrl(shortened.path() + '.' + QByteArray::number(qlonglong(number)));

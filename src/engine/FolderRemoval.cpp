@@ -62,7 +62,12 @@ class Remover final : public TreeVisitor
             folders.push_back(path);
     }
 
-    void unreadableFolder(const QByteArray & /*path*/, int error) override { note(-error); }
+    /// Whether a folder that may not be listed holds anything, its own removal tells.
+    void unreadableFolder(const QByteArray & /*path*/, int error) override
+    {
+        if (error != EACCES)
+            note(-error);
+    }
     void unreadableEntry(const QByteArray & /*path*/, int error) override { note(-error); }
     [[nodiscard]] bool shouldStop() const override { return false; }
 

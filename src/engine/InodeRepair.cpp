@@ -37,7 +37,7 @@ bool InodeRepair::unlock()
     // Other kinds of files answer the flag call with their driver, or not at all.
     if (!isKnown_ || (status_.kind != FileKind::Regular && status_.kind != FileKind::Folder))
         return false;
-    if (!setImmutable(false))
+    if (setImmutable(false) != FlagChange::Changed)
         return false;
     wasUnlocked_ = true;
     return true;
@@ -63,7 +63,7 @@ bool InodeRepair::putBack()
     if (oldPermissions_)
         isPutBack = SystemCalls::current().setPermissions(handle_.fd(), *oldPermissions_) >= 0;
     if (wasUnlocked_)
-        isPutBack = setImmutable(true) && isPutBack;
+        isPutBack = setImmutable(true) != FlagChange::Failed && isPutBack;
     if (!isPutBack)
         SystemLog::write("-[InodeRepair putBack]",
                          QStringLiteral("Could not put back permissions or flags of %1")
@@ -73,19 +73,20 @@ bool InodeRepair::putBack()
     return isPutBack;
 }
 
-/// Whether the flag changed.
-bool InodeRepair::setImmutable(bool immutable)
+InodeRepair::FlagChange InodeRepair::setImmutable(bool immutable)
 {
     SystemCalls &calls = SystemCalls::current();
     const Descriptor file(calls.reopen(handle_.fd(), SystemCalls::Access::Read));
     std::uint32_t flags = 0;
     if (!file.isOpen() || calls.inodeFlags(file.fd(), flags) < 0)
-        return false;
+        return FlagChange::Failed;
     const bool isImmutable = (flags & SystemCalls::immutableFlag) != 0;
     if (isImmutable == immutable)
-        return false;
+        return FlagChange::AlreadySo;
     if (!immutable)
         SystemLog::write("-[FileUtils unlockFilepath:]",
                          QStringLiteral("Unlocking file %1").arg(PathBytes::printable(path_)));
-    return calls.setInodeFlags(file.fd(), flags ^ SystemCalls::immutableFlag) >= 0;
+    return calls.setInodeFlags(file.fd(), flags ^ SystemCalls::immutableFlag) < 0
+               ? FlagChange::Failed
+               : FlagChange::Changed;
 }

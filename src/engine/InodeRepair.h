@@ -34,7 +34,9 @@ class InodeRepair
     [[nodiscard]] bool isUsable() const;
 
   private:
-    bool setImmutable(bool immutable);
+    enum class FlagChange { Changed, AlreadySo, Failed };
+
+    FlagChange setImmutable(bool immutable);
 
     Descriptor handle_;
     QByteArray path_;

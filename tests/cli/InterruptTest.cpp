@@ -44,12 +44,6 @@ struct ManyFiles
     bool isMade = true;
 };
 
-bool waitUntil(const std::function<bool()> &condition)
-{
-    constexpr int milliseconds = 30000;
-    return QTest::qWaitFor(condition, milliseconds);
-}
-
 qint64 blocksOf(const QByteArray &path)
 {
     struct stat status = {};
@@ -92,7 +86,7 @@ class InterruptTest : public QObject
         Program program(many.scratch, {"erase", "-y", "-m6", "--report", report, many.folder});
 
         program.start();
-        QVERIFY(waitUntil([&many] { return many.left() <= files - 3; }));
+        QVERIFY(program.runsUntil([&many] { return many.left() <= files - 3; }));
         program.signal(signal);
         const Outcome outcome = program.finish();
 
@@ -137,9 +131,9 @@ class InterruptTest : public QObject
         Program program(scratch, {"erase", "-y", "-m10", endless, next});
 
         program.start();
-        QVERIFY(waitUntil([&endless] { return blocksOf(endless) > 0; }));
+        QVERIFY(program.runsUntil([&endless] { return blocksOf(endless) > 0; }));
         program.signal(first);
-        QVERIFY(waitUntil([&program, first] { return program.hasTaken(first); }));
+        QVERIFY(program.runsUntil([&program, first] { return program.hasTaken(first); }));
         QVERIFY(!program.hasEnded());
         program.signal(second);
         const Outcome outcome = program.finish();
@@ -171,7 +165,7 @@ class InterruptTest : public QObject
         Program program(many.scratch, arguments);
 
         program.start();
-        QVERIFY(waitUntil([&] { return program.hasOpen(many.folder); }));
+        QVERIFY(program.runsUntil([&] { return program.hasOpen(many.folder); }));
         program.signal(signal);
         const Outcome outcome = program.finish();
 
@@ -195,10 +189,10 @@ class InterruptTest : public QObject
         program.ignoring(SIGINT);
 
         program.start();
-        QVERIFY(waitUntil([&many] { return many.left() <= files - 2; }));
+        QVERIFY(program.runsUntil([&many] { return many.left() <= files - 2; }));
         program.signal(SIGINT);
         const int left = many.left();
-        QVERIFY(waitUntil([&] { return many.left() <= left - 3; }));
+        QVERIFY(program.runsUntil([&] { return many.left() <= left - 3; }));
         program.signal(SIGTERM);
 
         QCOMPARE(program.finish().exitCode, 143);

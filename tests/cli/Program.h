@@ -9,6 +9,7 @@
 
 #include <array>
 #include <csignal>
+#include <functional>
 #include <vector>
 
 #include <dirent.h>
@@ -169,6 +170,14 @@ class Program
         if (fds != nullptr)
             ::closedir(fds);
         return isFound;
+    }
+    /// Waits while it runs; whether the condition came true.
+    [[nodiscard]] bool runsUntil(const std::function<bool()> &condition) const
+    {
+        constexpr int milliseconds = 30000;
+        (void)QTest::qWaitFor([this, &condition] { return condition() || hasEnded(); },
+                              milliseconds);
+        return condition();
     }
     [[nodiscard]] bool hasEnded() const
     {

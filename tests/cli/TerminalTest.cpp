@@ -12,12 +12,6 @@ constexpr int columns = 40;
 constexpr char endOfInput = 4;
 constexpr char interrupt = 3;
 
-bool waitUntil(const std::function<bool()> &condition)
-{
-    constexpr int milliseconds = 30000;
-    return QTest::qWaitFor(condition, milliseconds);
-}
-
 /// One erase in a terminal.
 struct Scene
 {
@@ -32,7 +26,7 @@ struct Scene
         arguments.push_back(file);
         Program program(scratch, arguments);
         program.onTerminal(pty).start();
-        if (!waitUntil([this] { return pty.shown().contains("[y/N] "); }))
+        if (!program.runsUntil([this] { return pty.shown().contains("[y/N] "); }))
             return {-1, {}, {}};
         pty.type(keys);
         return program.finish();
@@ -155,7 +149,7 @@ class TerminalTest : public QObject
         Scene scene;
         Program program(scene.scratch, {"erase", scene.file});
         program.onTerminal(scene.pty).start();
-        QVERIFY(waitUntil([&scene] { return scene.pty.shown().contains("[y/N] "); }));
+        QVERIFY(program.runsUntil([&scene] { return scene.pty.shown().contains("[y/N] "); }));
 
         program.signal(SIGTERM);
 
@@ -220,7 +214,7 @@ class TerminalTest : public QObject
         Program program(scene.scratch, {"erase", "--json", scene.file});
         program.on(Program::Input, scene.pty.terminal()).on(Program::Errors, scene.pty.terminal());
         program.start();
-        QVERIFY(waitUntil([&scene] { return scene.pty.shown().contains("[y/N] "); }));
+        QVERIFY(program.runsUntil([&scene] { return scene.pty.shown().contains("[y/N] "); }));
         scene.pty.type("y\n");
 
         const Outcome outcome = program.finish();
@@ -303,7 +297,7 @@ class TerminalTest : public QObject
         Program program(scratch, {"erase", "-y", "-m10", folder});
 
         program.onTerminal(pty).start();
-        QVERIFY(waitUntil([&pty] { return drawnLines(pty.shown()).size() >= 4; }));
+        QVERIFY(program.runsUntil([&pty] { return drawnLines(pty.shown()).size() >= 4; }));
         const QByteArrayList drawn = drawnLines(pty.shown());
         program.signal(SIGINT);
         const Outcome outcome = program.finish();

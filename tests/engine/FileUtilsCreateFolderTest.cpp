@@ -91,6 +91,18 @@ class FileUtilsCreateFolderTest : public QObject
     void aNameLongerThanTheSystemAllowsIsAFailure();
     void aFolderThatSomebodyElseMakesMeanwhileIsASuccess();
 
+    void aCutThatEndsAtASlashLosesTheSlash()
+    {
+        const Scratch scratch;
+        const QByteArray top =
+            scratch.path() + '/' + QByteArray(239 - scratch.path().size() - 1, 'a');
+        QCOMPARE(top.size(), 239);
+        const QByteArray path = top + "/" + QByteArray(60, 'b');
+        QCOMPARE(::mkdir(top.constData(), 0755), 0);
+        QCOMPARE(::mkdir(path.constData(), 0755), 0);
+        QCOMPARE(FileUtils::createFolder(FileUrl(path), true).path(), top + ".1");
+    }
+
   private:
     /// The path of a folder in the scratch folder, filled up with more folders of the letter so
     /// that it has so many characters.

@@ -76,6 +76,18 @@ class FileUtilsPermissionsTest : public QObject
     void aFolderWhoseParentMayNotBeChangedStays();
     void aTreeWithALockedFolderInsideStaysAndTheRestIsGone();
 
+    void anEmptyFolderInsideThatMayNotBeListedDoesNotKeepTheFolder()
+    {
+        const Scratch scratch;
+        const RecordedLog log;
+        const QByteArray top = scratch.folder("top");
+        const QByteArray inner = scratch.folder("top/.inner");
+        QCOMPARE(::chmod(inner.constData(), 0000), 0);
+        FileUtils().deleteFoldersFromArray({{top, {}}});
+        QVERIFY(!Scratch::exists(inner));
+        QVERIFY(!Scratch::exists(top));
+    }
+
   private:
     std::unique_ptr<Scratch> scratch_;
 };

@@ -104,6 +104,37 @@ class InodeRepairTest : public QObject
     void onlyRegularFilesAndFoldersAreAskedForTheirFlags_data();
     void onlyRegularFilesAndFoldersAreAskedForTheirFlags();
 
+    void aFlagThatSomebodySetMeanwhileCountsAsPutBack()
+    {
+        class Flags final : public ForwardingSystemCalls
+        {
+          public:
+            int inodeFlags(int, std::uint32_t &flags) override
+            {
+                flags = current;
+                return 0;
+            }
+            int setInodeFlags(int, std::uint32_t flags) override
+            {
+                current = flags;
+                return 0;
+            }
+            std::uint32_t current = immutableFlag;
+        };
+        const Scratch scratch;
+        const RecordedLog log;
+        const QByteArray path = scratch.file("file", 1);
+        Flags calls;
+        const SystemCalls::Replacement replacement(calls);
+        InodeRepair repair(
+            Descriptor(calls.open(SystemCalls::startFolder, path.constData(),
+                                  SystemCalls::Access::Handle, SystemCalls::LastLink::Stop)),
+            path);
+        QVERIFY(repair.unlock());
+        calls.current = SystemCalls::immutableFlag;
+        QVERIFY(repair.putBack());
+    }
+
   private:
     std::unique_ptr<Scratch> scratch_;
 };

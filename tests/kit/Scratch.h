@@ -4,6 +4,9 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <filesystem>
+#include <system_error>
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -15,6 +18,12 @@ class Scratch
 {
   public:
     Scratch() { Q_ASSERT(folder_.isValid()); }
+    /// QTemporaryDir leaves behind what has a name that is not UTF-8.
+    ~Scratch()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(path().toStdString(), ignored);
+    }
     Scratch(const Scratch &) = delete;
     Scratch &operator=(const Scratch &) = delete;
 
@@ -26,7 +35,8 @@ class Scratch
     {
         const QByteArray whole = path(name);
         const int fd = ::open(whole.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-        const bool isWritten = fd >= 0 && ::write(fd, content.constData(), size_t(content.size())) == content.size();
+        const bool isWritten =
+            fd >= 0 && ::write(fd, content.constData(), size_t(content.size())) == content.size();
         if (fd >= 0)
             ::close(fd);
         return isWritten ? whole : QByteArray();

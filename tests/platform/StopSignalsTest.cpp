@@ -1,37 +1,58 @@
 #include "platform/StopSignals.h"
 
 #include <QCoreApplication>
+#include <QProcess>
 #include <QTest>
 
 #include <csignal>
 
-#include <poll.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 namespace {
 
-/// Exit codes of the children, unlike any of a signal.
-enum { ToldOnce = 7, NotTold = 8, ToldOtherwise = 9 };
+/// How the child processes end where no signal ends them.
+enum ExitCode { ToldOnce = 7, NotTold = 8, ToldOtherwise = 9 };
 
-/// How a child process ends that runs `work`: its exit code, or minus the signal that ended it.
-template <class Work> int endOf(Work work)
+/// Listens, raises the signals one after the other, and waits to be told.
+int listen(const QList<int> &signalNumbers)
 {
-    const pid_t child = ::fork();
-    if (child == 0)
-        ::_exit(work());
-    int status = 0;
-    if (child < 0 || ::waitpid(child, &status, 0) != child)
-        return -1000;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    int told = 0;
+    int times = 0;
+    const StopSignals signals([&](int number) {
+        told = number;
+        ++times;
+    });
+    for (const int number : signalNumbers)
+        std::raise(number);
+    if (times != 0)
+        return ToldOtherwise; // told from inside the handler
+    if (!QTest::qWaitFor([&times] { return times != 0; }))
+        return NotTold;
+    QCoreApplication::processEvents();
+    return told == signalNumbers.last() && times == 1 ? ToldOnce : ToldOtherwise;
 }
 
-/// Raises the signal. A thread sanitizer holds signals back until the program makes a call, so it
-/// gets one that does nothing.
-void raiseSignal(int signal)
+/// What a child process does: "ignoring" a signal that its caller had ignored, the numbers to be
+/// raised after that.
+int runChild(QStringList arguments)
 {
-    std::raise(signal);
-    ::poll(nullptr, 0, 0);
+    if (arguments.first() == QStringLiteral("ignoring")) {
+        arguments.removeFirst();
+        std::signal(arguments.takeFirst().toInt(), SIG_IGN);
+    }
+    QList<int> numbers;
+    for (const QString &argument : arguments)
+        numbers.append(argument.toInt());
+    return listen(numbers);
+}
+
+int exitCodeOfChild(const QStringList &arguments)
+{
+    return QProcess::execute(QCoreApplication::applicationFilePath(),
+                             QStringList(QStringLiteral("child")) + arguments);
+}
+
+QString text(int number)
+{
+    return QString::number(number);
 }
 
 void addSignals()
@@ -43,7 +64,8 @@ void addSignals()
 
 } // namespace
 
-/// There is one object a process, so each case is a child process of its own.
+/// There is one listener a process, and the second signal ends it, so each case is a process of its
+/// own: this program again.
 class StopSignalsTest : public QObject
 {
     Q_OBJECT
@@ -60,62 +82,35 @@ class StopSignalsTest : public QObject
 void StopSignalsTest::theFirstSignalIsToldOnTheMainThread()
 {
     QFETCH(int, signal);
-    const auto work = [signal] {
-        int told = 0;
-        int times = 0;
-        const StopSignals signals([&](int number) {
-            told = number;
-            ++times;
-        });
-        raiseSignal(signal);
-        if (times != 0)
-            return int(ToldOtherwise); // told from inside the handler
-        if (!QTest::qWaitFor([&times] { return times != 0; }))
-            return int(NotTold);
-        QCoreApplication::processEvents();
-        return told == signal && times == 1 ? int(ToldOnce) : int(ToldOtherwise);
-    };
-    QCOMPARE(endOf(work), int(ToldOnce));
+    QCOMPARE(exitCodeOfChild({text(signal)}), int(ToldOnce));
 }
 
 void StopSignalsTest::theSecondSignalEndsTheProcessAtOnce()
 {
     QFETCH(int, signal);
-    const auto work = [signal] {
-        const StopSignals signals([](int) {});
-        raiseSignal(signal);
-        raiseSignal(signal);
-        return int(NotTold);
-    };
-    QCOMPARE(endOf(work), 128 + signal);
+    QCOMPARE(exitCodeOfChild({text(signal), text(signal)}), 128 + signal);
 }
 
 void StopSignalsTest::theSecondSignalGivesTheExitCode()
 {
-    const auto work = [] {
-        const StopSignals signals([](int) {});
-        raiseSignal(SIGINT);
-        raiseSignal(SIGTERM);
-        return int(NotTold);
-    };
-    QCOMPARE(endOf(work), 143);
+    QCOMPARE(exitCodeOfChild({text(SIGINT), text(SIGTERM)}), 143);
+    QCOMPARE(exitCodeOfChild({text(SIGTERM), text(SIGINT)}), 130);
 }
 
 void StopSignalsTest::aSignalTheCallerIgnoredStaysIgnored()
 {
-    const auto work = [] {
-        std::signal(SIGINT, SIG_IGN);
-        int times = 0;
-        const StopSignals signals([&times](int) { ++times; });
-        raiseSignal(SIGINT);
-        raiseSignal(SIGINT);
-        raiseSignal(SIGTERM);
-        if (!QTest::qWaitFor([&times] { return times != 0; }))
-            return int(NotTold);
-        return times == 1 ? int(ToldOnce) : int(ToldOtherwise);
-    };
-    QCOMPARE(endOf(work), int(ToldOnce));
+    QCOMPARE(exitCodeOfChild({QStringLiteral("ignoring"), text(SIGINT), text(SIGINT), text(SIGINT),
+                              text(SIGTERM)}),
+             int(ToldOnce));
 }
 
-QTEST_GUILESS_MAIN(StopSignalsTest)
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() > 2 && arguments.at(1) == QStringLiteral("child"))
+        return runChild(arguments.mid(2));
+    StopSignalsTest test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "StopSignalsTest.moc"
