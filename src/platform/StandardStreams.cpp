@@ -7,6 +7,7 @@
 #include <cwchar>
 
 #include <fcntl.h>
+#include <locale.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -35,9 +36,13 @@ int StandardStreams::terminalColumns(Stream stream)
 
 int StandardStreams::columnsOf(const QString &text)
 {
+    // wcwidth() knows nothing beyond ASCII in the plain C locale, which a terminal may well have.
+    static const locale_t utf8 = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    const locale_t previous = ::uselocale(utf8);
     int columns = 0;
     for (const char32_t character : text.toStdU32String())
         columns += std::max(::wcwidth(static_cast<wchar_t>(character)), 0);
+    ::uselocale(previous);
     return columns;
 }
 

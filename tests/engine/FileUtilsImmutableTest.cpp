@@ -12,7 +12,6 @@
 #include <memory>
 
 #include <linux/fs.h>
-#include <sched.h>
 #include <sys/ioctl.h>
 
 namespace {
@@ -45,14 +44,12 @@ bool canBeOpenedForWriting(const QByteArray &path)
 
 } // namespace
 
-/// The immutable flag of a real file system. Whatever is mounted goes with the process, since it is
-/// mounted in a name space of its own.
+/// The immutable flag of a real file system.
 class FileUtilsImmutableTest : public QObject
 {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase();
     void init();
     void cleanup();
 
@@ -73,12 +70,6 @@ class FileUtilsImmutableTest : public QObject
     std::unique_ptr<Scratch> scratch_;
     std::unique_ptr<Ext4Image> ext4_;
 };
-
-void FileUtilsImmutableTest::initTestCase()
-{
-    QCOMPARE(::unshare(CLONE_NEWNS), 0);
-    QCOMPARE(::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
-}
 
 void FileUtilsImmutableTest::init()
 {

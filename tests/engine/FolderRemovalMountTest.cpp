@@ -9,7 +9,6 @@
 #include <cstring>
 #include <memory>
 
-#include <sched.h>
 #include <sys/mount.h>
 
 namespace {
@@ -22,14 +21,12 @@ QStringList failureLines(const QByteArray &path, int error)
 
 } // namespace
 
-/// What is mounted below a folder is not the folder's. Whatever is mounted here goes with the
-/// process, since it is mounted in a name space of its own.
+/// What is mounted below a folder is not the folder's.
 class FolderRemovalMountTest : public QObject
 {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase();
     void init();
     void cleanup();
 
@@ -43,12 +40,6 @@ class FolderRemovalMountTest : public QObject
     QByteArray mounted_;
     QByteArray file_;
 };
-
-void FolderRemovalMountTest::initTestCase()
-{
-    QCOMPARE(::unshare(CLONE_NEWNS), 0);
-    QCOMPARE(::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
-}
 
 void FolderRemovalMountTest::init()
 {

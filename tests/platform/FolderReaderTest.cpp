@@ -1,7 +1,6 @@
 #include "platform/FolderReader.h"
 
 #include "kit/Scratch.h"
-#include "platform/ByteScratch.h"
 #include "platform/Descriptor.h"
 #include "platform/ScriptedSystemCalls.h"
 
@@ -112,7 +111,7 @@ void FolderReaderTest::aFolderOfManyBuffersIsReadOnceAndWhole()
 
 void FolderReaderTest::namesAreBytesUpToTheirFullLength()
 {
-    const ByteScratch scratch;
+    const Scratch scratch;
     const QList<QByteArray> names = {QByteArray(255, 'n'), "new\nline", "not UTF-8 \xff\xfe",
                                      " blanks ", "\\"};
     for (const QByteArray &name : names)

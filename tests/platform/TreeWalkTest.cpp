@@ -1,7 +1,6 @@
 #include "platform/TreeWalk.h"
 
 #include "kit/Scratch.h"
-#include "platform/ByteScratch.h"
 #include "platform/FakeTree.h"
 #include "platform/PathBytes.h"
 #include "platform/ScriptedSystemCalls.h"
@@ -371,7 +370,7 @@ void TreeWalkTest::namesAreBytes_data()
 void TreeWalkTest::namesAreBytes()
 {
     QFETCH(QByteArray, name);
-    const ByteScratch scratch;
+    const Scratch scratch;
     QVERIFY(!scratch.folder(name).isEmpty());
     QVERIFY(!scratch.file(name + '/' + name, "x").isEmpty());
     RecordingVisitor visitor;

@@ -2,7 +2,6 @@
 
 #include "engine/RecordedLog.h"
 #include "kit/Scratch.h"
-#include "platform/ByteScratch.h"
 #include "platform/FolderChain.h"
 #include "platform/ScriptedSystemCalls.h"
 #include "scan/Reports.h"
@@ -170,7 +169,7 @@ void FileUtilsScanTest::aPathOfAnyBytesComesBackAsItWasGiven_data()
 void FileUtilsScanTest::aPathOfAnyBytesComesBackAsItWasGiven()
 {
     QFETCH(QByteArray, name);
-    const ByteScratch scratch;
+    const Scratch scratch;
     QVERIFY(!scratch.folder("files").isEmpty() && !scratch.folder(name).isEmpty());
     const QByteArray file = scratch.file("files/" + name, 17);
     const QByteArray found = scratch.file(name + '/' + name, 18);
@@ -600,7 +599,7 @@ void FileUtilsScanTest::anEntryWhoseKindCannotBeReadIsLoggedAndSkipped()
 
 void FileUtilsScanTest::aFolderThatCannotBeOpenedIsLoggedAndTheScanGoesOn()
 {
-    const ByteScratch scratch;
+    const Scratch scratch;
     for (const char *folder : {"top", "top/a", "top/\xff b", "top/c"})
         QVERIFY(!scratch.folder(folder).isEmpty());
     for (const char *file : {"top/a/1", "top/\xff b/2", "top/c/3"})
