@@ -44,6 +44,7 @@ class Program
         set("XDG_CONFIG_HOME", scratch.path("config"));
         set("XDG_CONFIG_DIRS", scratch.path("config"));
         set("LC_ALL", "C.UTF-8");
+        set("TSAN_OPTIONS", qgetenv("TSAN_OPTIONS") + exitsAtOnce_);
         unset("POSIXLY_CORRECT");
         unset("QT_LOGGING_RULES");
     }
@@ -236,7 +237,7 @@ class Program
             return;
         const QByteArray copy =
             scratch.file("tsan.supp", Scratch::content(options.sliced(start, end - start)));
-        set("TSAN_OPTIONS", options.first(start) + copy + options.sliced(end));
+        set("TSAN_OPTIONS", options.first(start) + copy + options.sliced(end) + exitsAtOnce_);
     }
 
     void makePipes()
@@ -337,6 +338,8 @@ class Program
     }
 
     static constexpr int unset_ = -2;
+    /// The thread sanitizer lets a program linger for a second otherwise.
+    static constexpr char exitsAtOnce_[] = ":atexit_sleep_ms=0";
 
     QByteArray executable_ = VANTOREL_CLI;
     Arguments arguments_;
