@@ -3,6 +3,7 @@
 #include "engine/InodeRepair.h"
 #include "engine/RecordedLog.h"
 #include "kit/Ext4Image.h"
+#include "kit/InodeFlags.h"
 #include "kit/Scratch.h"
 
 #include <QTest>
@@ -11,28 +12,7 @@
 #include <cstring>
 #include <memory>
 
-#include <linux/fs.h>
-#include <sys/ioctl.h>
-
 namespace {
-
-int flagsOf(const QByteArray &path)
-{
-    int flags = -1;
-    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
-    ::ioctl(fd, FS_IOC_GETFLAGS, &flags);
-    ::close(fd);
-    return flags;
-}
-
-bool addFlags(const QByteArray &path, int added)
-{
-    int flags = flagsOf(path) | added;
-    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
-    const bool isSet = ::ioctl(fd, FS_IOC_SETFLAGS, &flags) == 0;
-    ::close(fd);
-    return isSet;
-}
 
 bool canBeOpenedForWriting(const QByteArray &path)
 {
@@ -88,20 +68,20 @@ void FileUtilsImmutableTest::cleanup()
 QByteArray FileUtilsImmutableTest::file(const QByteArray &name, int flags) const
 {
     const QByteArray path = scratch_->file("ext4/" + name, QByteArray("kept"));
-    return addFlags(path, flags) ? path : QByteArray();
+    return InodeFlags::add(path, flags) ? path : QByteArray();
 }
 
 void FileUtilsImmutableTest::anImmutableFileIsUnlockedAndNothingElseOfItChanges()
 {
     const QByteArray path = file("file", FS_NODUMP_FL);
-    const int before = flagsOf(path);
+    const int before = InodeFlags::of(path);
     const mode_t permissions = Scratch::permissions(path);
-    QVERIFY(addFlags(path, FS_IMMUTABLE_FL));
+    QVERIFY(InodeFlags::add(path, FS_IMMUTABLE_FL));
     QVERIFY(!canBeOpenedForWriting(path));
     const RecordedLog log;
     QVERIFY(FileUtils().unlockFilepath(path));
     QVERIFY(canBeOpenedForWriting(path));
-    QCOMPARE(flagsOf(path), before);
+    QCOMPARE(InodeFlags::of(path), before);
     QCOMPARE(Scratch::permissions(path), permissions);
     QCOMPARE(Scratch::content(path), QByteArray("kept"));
     QCOMPARE(log.lines(),
@@ -124,7 +104,7 @@ void FileUtilsImmutableTest::anImmutableFolderIsUnlocked()
 {
     const RecordedLog log;
     const QByteArray folder = scratch_->folder("ext4/folder");
-    QVERIFY(addFlags(folder, FS_IMMUTABLE_FL));
+    QVERIFY(InodeFlags::add(folder, FS_IMMUTABLE_FL));
     QVERIFY(scratch_->file("ext4/folder/file", 1).isEmpty());
     QVERIFY(FileUtils().unlockFilepath(folder));
     QVERIFY(!scratch_->file("ext4/folder/file", 1).isEmpty());
@@ -142,10 +122,10 @@ void FileUtilsImmutableTest::theTargetOfALinkIsUnlocked()
 void FileUtilsImmutableTest::aFileThatIsNotImmutableIsNotUnlocked()
 {
     const QByteArray path = file("file", FS_NODUMP_FL);
-    const int before = flagsOf(path);
+    const int before = InodeFlags::of(path);
     const RecordedLog log;
     QVERIFY(!FileUtils().unlockFilepath(path));
-    QCOMPARE(flagsOf(path), before);
+    QCOMPARE(InodeFlags::of(path), before);
     QCOMPARE(log.lines(), QStringList());
 }
 
@@ -155,7 +135,7 @@ void FileUtilsImmutableTest::anAppendOnlyFileStaysAsItIs()
     QVERIFY(!canBeOpenedForWriting(path));
     const RecordedLog log;
     QVERIFY(!FileUtils().fixError(1, path));
-    QVERIFY((flagsOf(path) & FS_APPEND_FL) != 0);
+    QVERIFY((InodeFlags::of(path) & FS_APPEND_FL) != 0);
     QCOMPARE(log.lines(), QStringList());
 }
 
@@ -174,11 +154,11 @@ void FileUtilsImmutableTest::aFolderInAnImmutableOneStaysInTheSweep()
 {
     const QByteArray parent = scratch_->folder("ext4/parent");
     const QByteArray top = scratch_->folder("ext4/parent/top");
-    QVERIFY(addFlags(parent, FS_IMMUTABLE_FL));
+    QVERIFY(InodeFlags::add(parent, FS_IMMUTABLE_FL));
     const RecordedLog log;
     FileUtils().deleteFoldersFromArray({{top, {}}, {parent, {}}});
     QVERIFY(Scratch::exists(top));
-    QVERIFY((flagsOf(parent) & FS_IMMUTABLE_FL) != 0);
+    QVERIFY((InodeFlags::of(parent) & FS_IMMUTABLE_FL) != 0);
     QCOMPARE(log.lines(),
              QStringList(QStringLiteral("-[FileUtils deleteFolder:] ") + QString::fromUtf8(top) +
                          QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(EPERM))));
@@ -190,8 +170,8 @@ void FileUtilsImmutableTest::theFlagIsPutBackOnAnotherHardLink()
     const QByteArray path = file("file", 0);
     const QByteArray other = ext4_->path("other");
     QCOMPARE(::link(path.constData(), other.constData()), 0);
-    QVERIFY(addFlags(path, FS_IMMUTABLE_FL | FS_NODUMP_FL));
-    const int before = flagsOf(other);
+    QVERIFY(InodeFlags::add(path, FS_IMMUTABLE_FL | FS_NODUMP_FL));
+    const int before = InodeFlags::of(other);
     InodeRepair repair(Descriptor(SystemCalls::real().open(
                            SystemCalls::startFolder, path.constData(), SystemCalls::Access::Handle,
                            SystemCalls::LastLink::Stop)),
@@ -199,7 +179,7 @@ void FileUtilsImmutableTest::theFlagIsPutBackOnAnotherHardLink()
     QVERIFY(repair.fix(1));
     QCOMPARE(::unlink(path.constData()), 0);
     QVERIFY(repair.putBack());
-    QCOMPARE(flagsOf(other), before);
+    QCOMPARE(InodeFlags::of(other), before);
 }
 
 void FileUtilsImmutableTest::flagAndPermissionsArePutBackTogether()
@@ -207,7 +187,7 @@ void FileUtilsImmutableTest::flagAndPermissionsArePutBackTogether()
     const RecordedLog log;
     const QByteArray path = file("file", 0);
     QCOMPARE(::chmod(path.constData(), 0400), 0);
-    QVERIFY(addFlags(path, FS_IMMUTABLE_FL));
+    QVERIFY(InodeFlags::add(path, FS_IMMUTABLE_FL));
     InodeRepair repair(Descriptor(SystemCalls::real().open(
                            SystemCalls::startFolder, path.constData(), SystemCalls::Access::Handle,
                            SystemCalls::LastLink::Stop)),
@@ -218,7 +198,7 @@ void FileUtilsImmutableTest::flagAndPermissionsArePutBackTogether()
     QCOMPARE(Scratch::permissions(path), mode_t(0777));
     QVERIFY(repair.putBack());
     QCOMPARE(Scratch::permissions(path), mode_t(0400));
-    QVERIFY((flagsOf(path) & FS_IMMUTABLE_FL) != 0);
+    QVERIFY((InodeFlags::of(path) & FS_IMMUTABLE_FL) != 0);
 }
 
 QTEST_GUILESS_MAIN(FileUtilsImmutableTest)

@@ -1,41 +1,14 @@
 #include "engine/WipeOneFile.h"
 #include "kit/Ext4Image.h"
 #include "kit/ForwardingSystemCalls.h"
+#include "kit/InodeFlags.h"
 #include "kit/Scratch.h"
 
 #include <QTest>
 
-#include <linux/fs.h>
-#include <sys/ioctl.h>
 #include <sys/sysmacros.h>
 
 namespace {
-
-int flagsOf(const QByteArray &path)
-{
-    int flags = -1;
-    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
-    ::ioctl(fd, FS_IOC_GETFLAGS, &flags);
-    ::close(fd);
-    return flags;
-}
-
-bool setFlag(const QByteArray &path, int flag)
-{
-    int flags = flagsOf(path) | flag;
-    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
-    const bool isSet = ::ioctl(fd, FS_IOC_SETFLAGS, &flags) == 0;
-    ::close(fd);
-    return isSet;
-}
-
-void clearFlags(const QByteArray &path)
-{
-    int flags = flagsOf(path) & ~(FS_IMMUTABLE_FL | FS_APPEND_FL);
-    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
-    ::ioctl(fd, FS_IOC_SETFLAGS, &flags);
-    ::close(fd);
-}
 
 QByteArray makeFile(const QByteArray &path)
 {
@@ -91,7 +64,7 @@ class FileWiperAsRootTest : public QObject
     void immutableFileIsUnlockedAndErasedAtTheSecondAttempt()
     {
         const QByteArray path = makeFile(ext4_->path("file"));
-        QVERIFY(setFlag(path, FS_IMMUTABLE_FL));
+        QVERIFY(InodeFlags::add(path, FS_IMMUTABLE_FL));
         QCOMPARE(::open(path.constData(), O_RDWR | O_CLOEXEC), -1);
         QCOMPARE(errno, 1);
 
@@ -102,21 +75,21 @@ class FileWiperAsRootTest : public QObject
     void immutableFlagIsPutBackWhereTheFileThenFails()
     {
         const QByteArray path = makeFile(ext4_->path("file"));
-        QVERIFY(setFlag(path, FS_IMMUTABLE_FL | FS_NODUMP_FL));
-        const int before = flagsOf(path);
+        QVERIFY(InodeFlags::add(path, FS_IMMUTABLE_FL | FS_NODUMP_FL));
+        const int before = InodeFlags::of(path);
         {
             FailingSync calls;
             const SystemCalls::Replacement replacement(calls);
             QCOMPARE(wipe(queueItem(path, 1)), 2);
         }
-        QCOMPARE(flagsOf(path), before);
-        clearFlags(path);
+        QCOMPARE(InodeFlags::of(path), before);
+        QVERIFY(InodeFlags::remove(path, FS_IMMUTABLE_FL | FS_APPEND_FL));
     }
 
     void immutableFlagIsPutBackOnTheTargetOfALink()
     {
         const QByteArray target = makeFile(ext4_->path("target"));
-        QVERIFY(setFlag(target, FS_IMMUTABLE_FL));
+        QVERIFY(InodeFlags::add(target, FS_IMMUTABLE_FL));
         const QByteArray link = ext4_->path("link");
         QCOMPARE(::symlink("target", link.constData()), 0);
         ScanFacts facts;
@@ -125,9 +98,9 @@ class FileWiperAsRootTest : public QObject
         QCOMPARE(wipe(queueItem(link, 1, facts)), 1);
 
         QVERIFY(!Scratch::exists(link));
-        QVERIFY((flagsOf(target) & FS_IMMUTABLE_FL) != 0);
+        QVERIFY((InodeFlags::of(target) & FS_IMMUTABLE_FL) != 0);
         QCOMPARE(Scratch::content(target), QByteArray(6, '\0'));
-        clearFlags(target);
+        QVERIFY(InodeFlags::remove(target, FS_IMMUTABLE_FL | FS_APPEND_FL));
     }
 
     void immutableFileWithAnotherNameFailsToBeRemovedOnlyIfItHasTo()
@@ -135,27 +108,27 @@ class FileWiperAsRootTest : public QObject
         const QByteArray path = makeFile(ext4_->path("name"));
         const QByteArray other = ext4_->path("other");
         QCOMPARE(::link(path.constData(), other.constData()), 0);
-        QVERIFY(setFlag(path, FS_IMMUTABLE_FL));
+        QVERIFY(InodeFlags::add(path, FS_IMMUTABLE_FL));
 
         QCOMPARE(wipe(queueItem(path, 1)), 1);
 
         QVERIFY(!Scratch::exists(path));
-        QVERIFY((flagsOf(other) & FS_IMMUTABLE_FL) != 0);
-        clearFlags(other);
+        QVERIFY((InodeFlags::of(other) & FS_IMMUTABLE_FL) != 0);
+        QVERIFY(InodeFlags::remove(other, FS_IMMUTABLE_FL | FS_APPEND_FL));
     }
 
     void appendOnlyFileStaysUnrepaired()
     {
         const QByteArray path = makeFile(ext4_->path("file"));
-        QVERIFY(setFlag(path, FS_APPEND_FL));
+        QVERIFY(InodeFlags::add(path, FS_APPEND_FL));
         const auto item = queueItem(path, 1);
 
         QCOMPARE(wipe(item), 2);
 
         QCOMPARE(item->errornr(), 1);
         QCOMPARE(Scratch::content(path), QByteArray("secret"));
-        QVERIFY((flagsOf(path) & FS_APPEND_FL) != 0);
-        clearFlags(path);
+        QVERIFY((InodeFlags::of(path) & FS_APPEND_FL) != 0);
+        QVERIFY(InodeFlags::remove(path, FS_IMMUTABLE_FL | FS_APPEND_FL));
     }
 
     void fileInAnImmutableFolderIsOverwrittenAndStays()
@@ -163,15 +136,15 @@ class FileWiperAsRootTest : public QObject
         const QByteArray folder = ext4_->path("folder");
         QCOMPARE(::mkdir(folder.constData(), 0755), 0);
         const QByteArray path = makeFile(folder + "/file");
-        QVERIFY(setFlag(folder, FS_IMMUTABLE_FL));
+        QVERIFY(InodeFlags::add(folder, FS_IMMUTABLE_FL));
         const auto item = queueItem(path, 1);
 
         QCOMPARE(wipe(item), 2);
 
         QCOMPARE(item->errornr(), 1);
         QCOMPARE(Scratch::content(path), QByteArray(6, '\0'));
-        QVERIFY((flagsOf(folder) & FS_IMMUTABLE_FL) != 0);
-        clearFlags(folder);
+        QVERIFY((InodeFlags::of(folder) & FS_IMMUTABLE_FL) != 0);
+        QVERIFY(InodeFlags::remove(folder, FS_IMMUTABLE_FL | FS_APPEND_FL));
     }
 
     void devicesAreNotEvenOpened_data()
