@@ -62,7 +62,9 @@ int Console::columns() const
 void Console::drawProgress(const QString &line)
 {
     const int columns = StandardStreams::columnsOf(line);
-    const QByteArray blanks(std::max(drawnColumns_ - columns, 0), ' ');
+    // The terminal may have become narrower, and must not wrap.
+    const int drawn = std::min(drawnColumns_, this->columns() - 1);
+    const QByteArray blanks(std::max(drawn - columns, 0), ' ');
     StandardStreams::write(progress_, '\r' + line.toLocal8Bit() + blanks);
     drawnColumns_ = columns;
 }

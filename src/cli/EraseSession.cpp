@@ -137,6 +137,8 @@ bool EraseSession::openReport()
 
 void EraseSession::ask()
 {
+    // What was typed before the question is no answer to it.
+    StandardStreams::discardInput();
     console_.ask(findings_.text(options_.method, options_.leavesLinkTargets) +
                  findings_.question());
     answerNotifier_ =
@@ -222,15 +224,24 @@ void EraseSession::finishedWiping()
 
 void EraseSession::removeFolders()
 {
-    const std::vector<QByteArray> removed = run_.deleteFolders();
-    foldersRemoved_ = qsizetype(removed.size());
+    const FolderSweep sweep = run_.deleteFolders();
+    foldersRemoved_ = qsizetype(sweep.removedFolders.size());
     // A folder that could not be read was empty after all.
-    std::erase_if(scanFailures_, [&removed](const ScanFailure &failure) {
-        return std::find(removed.begin(), removed.end(), failure.path) != removed.end();
+    std::erase_if(scanFailures_, [&sweep](const ScanFailure &failure) {
+        return std::find(sweep.removedFolders.begin(), sweep.removedFolders.end(), failure.path) !=
+               sweep.removedFolders.end();
     });
     for (const FailedFile &failed : run_.failedFiles()) {
         if (failed.removedWithFolder)
             console_.sayError(failureLine(failed.path, RunTexts::failure(failed)));
+    }
+    // Where something in it failed, that is said already.
+    const bool isExplained = !run_.failedFiles().empty() || !scanFailures_.empty();
+    for (const ScanFailure &folder : sweep.kept) {
+        if (isExplained && folder.errornr == ENOTEMPTY)
+            continue;
+        console_.sayError(failureLine(folder.path, folder.errormsg));
+        scanFailures_.push_back(folder);
     }
 }
 

@@ -35,7 +35,7 @@ QString cut(const QString &text, int columns)
 
 QString ProgressLine::text(const State &state, int columns)
 {
-    const double fraction = std::clamp(state.fraction, 0.0, 1.0);
+    const double fraction = std::isnan(state.fraction) ? 0 : std::clamp(state.fraction, 0.0, 1.0);
     const QString figures =
         QStringLiteral("%1 %2  %3/s  %4  ")
             .arg(bar(fraction), PercentageToString().transformedValue(fraction * 100).toString(),

@@ -33,7 +33,10 @@ bool ReportFile::liesIn(const QByteArray &path) const
     if (!fs::is_directory(fs::symlink_status(item, error)))
         return false;
     const fs::path folder = fs::canonical(item, error);
-    const fs::path report = fs::weakly_canonical(fs::absolute(path_.toStdString()), error);
+    const fs::path absolute = fs::absolute(path_.toStdString(), error);
+    if (error)
+        return false;
+    const fs::path report = fs::weakly_canonical(absolute, error);
     return !error &&
            std::mismatch(folder.begin(), folder.end(), report.begin(), report.end()).first ==
                folder.end();
@@ -41,6 +44,8 @@ bool ReportFile::liesIn(const QByteArray &path) const
 
 QString ReportFile::open()
 {
+    if (path_.isEmpty())
+        return QStringLiteral("\"\": an empty name names no report");
     if (!path_.isValidUtf8())
         return QStringLiteral("%1: the name of a report has to be UTF-8")
             .arg(PathBytes::printable(path_));

@@ -10,6 +10,8 @@
 #include "platform/SystemError.h"
 #include "platform/SystemLog.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <cerrno>
 
@@ -179,15 +181,21 @@ FolderSweep FileUtils::deleteFoldersFromArray(const FolderPaths &folders) const
     FolderSweep sweep;
     for (const auto &[path, facts] : folders) {
         FolderRemoval removal(path, facts);
-        if (!removal.isEmpty())
-            continue;
-        if (const int error = removal.remove(FolderRemoval::Contents::HiddenOnly); error != 0)
+        const bool isEmpty = removal.isEmpty();
+        const int error = isEmpty ? removal.remove(FolderRemoval::Contents::HiddenOnly) : ENOTEMPTY;
+        if (isEmpty && error != 0)
             logError("-[FileUtils deleteFolder:]", path, error);
-        else
+        if (error == 0)
             sweep.removedFolders.push_back(path);
+        else
+            sweep.kept.push_back({path, error, SystemError::text(error)});
         append(sweep.removedFolders, removal.removedFolders());
         append(sweep.removedFiles, removal.removedEntries());
     }
+    // Some went after all, inside another one.
+    const QSet<QByteArray> removed(sweep.removedFolders.begin(), sweep.removedFolders.end());
+    std::erase_if(sweep.kept,
+                  [&removed](const ScanFailure &folder) { return removed.contains(folder.path); });
     return sweep;
 }
 

@@ -21,6 +21,7 @@ struct FolderSweep
     std::vector<QByteArray> removedFolders; ///< also those that went inside another one
     /// The hidden files that went with them, which nothing has overwritten.
     std::vector<QByteArray> removedFiles;
+    ScanFailures kept; ///< folders that are still there, and why
 };
 
 /// The file-system operations of the system: tests, sizes, folder creation, removal, repair of what

@@ -15,7 +15,7 @@ struct ScanReport
     FolderMap folders;
 };
 
-/// Something that a scan could not look into, or would not.
+/// Something that a scan could not look into, or would not; or a folder that could not be removed.
 struct ScanFailure
 {
     QByteArray path;

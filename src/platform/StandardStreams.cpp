@@ -10,6 +10,7 @@
 #include <locale.h>
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <termios.h>
 #include <unistd.h>
 
 void StandardStreams::secure()
@@ -60,6 +61,11 @@ void StandardStreams::write(Stream stream, const QByteArray &bytes)
             return;
         }
     }
+}
+
+void StandardStreams::discardInput()
+{
+    ::tcflush(Input, TCIFLUSH);
 }
 
 QByteArray StandardStreams::read(Stream stream)

@@ -22,6 +22,8 @@ int terminalColumns(Stream stream);
 int columnsOf(const QString &text);
 
 void write(Stream stream, const QByteArray &bytes);
+/// Forgets what was typed on the terminal and not read yet.
+void discardInput();
 /// What is there to read, up to a few kilobytes; empty at the end or after an error.
 QByteArray read(Stream stream);
 

@@ -950,6 +950,57 @@ class EraseCommandTest : public QObject
         QCOMPARE(outcome.exitCode, 1);
         QCOMPARE(Scratch::content(file), QByteArray(6, '\0'));
     }
+
+    void aReportWithoutANameErasesNothing_data()
+    {
+        QTest::addColumn<QByteArray>("item");
+        QTest::newRow("a file") << QByteArray("folder/a");
+        QTest::newRow("a folder") << QByteArray("folder");
+    }
+
+    void aReportWithoutANameErasesNothing()
+    {
+        QFETCH(QByteArray, item);
+        const Scratch scratch;
+        scratch.folder("folder");
+        const QByteArray file = scratch.file("folder/a", "content");
+
+        const Outcome outcome = Program(scratch, {"erase", "-yq", "--report=", item}).run();
+
+        QCOMPARE(outcome.exitCode, 2);
+        QCOMPARE(Scratch::content(file), QByteArray("content"));
+    }
+
+    void aReportInAFolderThatIsGoneErasesNothing()
+    {
+        const Scratch scratch;
+        const QByteArray folder = scratch.folder("folder");
+        const QByteArray file = scratch.file("folder/a", "content");
+
+        const Outcome outcome = Program(scratch, {"erase", "-yq", "--report=r", folder})
+                                    .inRemovedFolder(scratch.folder("gone"))
+                                    .run();
+
+        QVERIFY2(outcome.errors.startsWith("r: "), outcome.errors.constData());
+        QCOMPARE(outcome.exitCode, 2);
+        QCOMPARE(Scratch::content(file), QByteArray("content"));
+    }
+
+    void aFolderThatStaysAlthoughAllInItIsErasedIsSaid()
+    {
+        const Scratch scratch;
+        scratch.folder("full");
+        const QByteArray file = scratch.file("full/kept", "content");
+        const QByteArray link = scratch.link("link", "full");
+
+        const Outcome outcome = run(scratch, {"-yq", "--json", link});
+
+        QCOMPARE(outcome.errors, link + ": Directory not empty\n");
+        QVERIFY(outcome.output.contains("Directory not empty"));
+        QCOMPARE(outcome.exitCode, 1);
+        QCOMPARE(Scratch::content(file), QByteArray("content"));
+        QVERIFY(Scratch::exists(link));
+    }
 };
 
 QTEST_GUILESS_MAIN(EraseCommandTest)

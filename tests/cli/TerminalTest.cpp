@@ -371,6 +371,31 @@ class TerminalTest : public QObject
         QCOMPARE(outcome.errors, missing + ": No such file or directory\n");
         QVERIFY(!drawnLines(pty.shown()).isEmpty());
     }
+
+    void progressFollowsATerminalThatIsMadeNarrower()
+    {
+        const Scratch scratch;
+        Pty pty(80);
+        const QByteArray folder = scratch.folder("folder");
+        for (int number = 0; number < 2000; ++number)
+            scratch.file("folder/" + QByteArray(60, 'x') + QByteArray::number(number), 200000);
+        Program program(scratch, {"erase", "-y", "-m10", folder});
+        program.onTerminal(pty).start();
+        QVERIFY(QTest::qWaitFor([&pty] { return pty.shown().contains("\r["); }, 30000));
+
+        struct winsize size = {24, 40, 0, 0};
+        QCOMPARE(::ioctl(pty.terminal(), TIOCSWINSZ, &size), 0);
+        const qsizetype before = pty.shown().size();
+        QVERIFY(
+            QTest::qWaitFor([&] { return pty.shown().sliced(before).count("\r[") >= 2; }, 30000));
+        program.signal(SIGINT);
+        program.finish();
+
+        for (const QByteArray &line : pty.shown().sliced(before).split('\r')) {
+            if (line.startsWith('[') || line.startsWith(' '))
+                QVERIFY2(Screen(line, INT_MAX).widestColumn() < 40, line.constData());
+        }
+    }
 };
 
 QTEST_GUILESS_MAIN(TerminalTest)

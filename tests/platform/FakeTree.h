@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -26,6 +27,13 @@ class FakeTree final : public ForwardingSystemCalls
         nodes_[parent].children.emplace(name, nodes_.size() - 1);
         return nodes_.size() - 1;
     }
+    void move(Node node, Node newParent, const std::string &newName)
+    {
+        std::erase_if(nodes_[nodes_[node].parent].children,
+                      [node](const auto &child) { return child.second == node; });
+        nodes_[node].parent = newParent;
+        nodes_[newParent].children.emplace(newName, node);
+    }
     int openNode(Node node)
     {
         const int fd = nextFd_++;
@@ -38,6 +46,8 @@ class FakeTree final : public ForwardingSystemCalls
 
     int open(int folder, const char *path, Access, LastLink) override
     {
+        if (beforeOpen)
+            beforeOpen(path);
         const auto at = open_.find(folder);
         if (at == open_.end())
             return -EBADF;
@@ -79,6 +89,8 @@ class FakeTree final : public ForwardingSystemCalls
         }
         return static_cast<std::int64_t>(filled);
     }
+
+    std::function<void(const std::string &name)> beforeOpen;
 
   private:
     struct Entry

@@ -214,6 +214,7 @@ class TreeWalkTest : public QObject
     void aFolderMovedElsewhereLeadsNowhereElse();
     void aParentThatCannotBeFoundAgainIsToldAndTheWalkGoesOn();
     void anotherFolderOfTheParentsNameIsNotTakenForIt();
+    void nothingIsToldOfALostParentButThatItIsLost();
 
     void aHundredThousandLevelsNeedFewDescriptorsAndNoStack();
     void aMillionEntriesAreEachToldOnce();
@@ -678,6 +679,47 @@ void TreeWalkTest::anotherFolderOfTheParentsNameIsNotTakenForIt()
         visitor.told.indexOf("unreadable " + parent + ' ' + QByteArray::number(ENOENT));
     QCOMPARE(visitor.told.count("leave d"), deeperThanOpen - 1);
     QVERIFY(told > 0);
+}
+
+/// On each level "a" is walked before the way goes down through "d", and "z" after.
+void TreeWalkTest::nothingIsToldOfALostParentButThatItIsLost()
+{
+    constexpr int levels = deeperThanOpen;
+    constexpr int lost = 10;
+    FakeTree tree;
+    const FakeTree::Node elsewhere = tree.add(FakeTree::top, "elsewhere", FileKind::Folder);
+    const FakeTree::Node top = tree.add(FakeTree::top, "top", FileKind::Folder);
+    std::vector<FakeTree::Node> ladder = {top};
+    for (int level = 1; level <= levels; ++level) {
+        tree.add(ladder.back(), "a", FileKind::Folder);
+        tree.add(ladder.back(), "z", FileKind::Folder);
+        ladder.push_back(tree.add(ladder.back(), "d", FileKind::Folder));
+    }
+    int opened = 0;
+    tree.beforeOpen = [&](const std::string &name) {
+        if (name != "d" || ++opened != levels)
+            return;
+        tree.move(ladder[lost + 1], elsewhere, "moved");
+        tree.move(ladder[lost], elsewhere, "renamed");
+    };
+    const SystemCalls::Replacement replacement(tree);
+    RecordingVisitor visitor;
+    TreeWalk(visitor).walk(Descriptor(tree.openNode(top)), "/top");
+
+    const QByteArray lostPath = "/top" + QByteArray("/d").repeated(lost);
+    const qsizetype told =
+        visitor.told.indexOf("unreadable " + lostPath + ' ' + QByteArray::number(ENOENT));
+    QVERIFY(told > 0);
+    QVERIFY(visitor.told.contains("enter " + lostPath + "/a"));
+    for (const QByteArray &line : visitor.told.mid(told + 1))
+        QVERIFY2(!line.contains(lostPath + '/'), line.constData());
+    // All other levels are walked whole.
+    const qsizetype entered =
+        std::count_if(visitor.told.begin(), visitor.told.end(),
+                      [](const QByteArray &line) { return line.startsWith("enter "); });
+    QCOMPARE(entered, 3 * levels - 1);
+    QVERIFY(visitor.told.contains("enter /top/z"));
+    QCOMPARE(tree.openNow(), std::size_t(0));
 }
 
 void TreeWalkTest::aHundredThousandLevelsNeedFewDescriptorsAndNoStack()

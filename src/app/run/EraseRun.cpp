@@ -67,13 +67,13 @@ void EraseRun::makeResultStrings(std::int64_t now)
     stats.setTimeElapsedString(RunTexts::timeElapsed(double(now - stats.startTimeStamp())));
 }
 
-std::vector<QByteArray> EraseRun::deleteFolders()
+FolderSweep EraseRun::deleteFolders()
 {
     FolderSweep sweep =
         FileUtils().deleteFoldersFromArray(FolderOrder::deepestFirst(folderUrlsToDeleteDict_));
     folderUrlsToDeleteDict_.clear();
     noteRemovedWithFolder(sweep.removedFiles);
-    return std::move(sweep.removedFolders);
+    return sweep;
 }
 
 /// Most of these failed before. The others came after the scan, or the scan could not see them.

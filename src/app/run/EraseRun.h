@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/run/Throughput.h"
+#include "engine/FileUtils.h"
 #include "engine/QueueArray.h"
 #include "engine/QueueStatsObject.h"
 #include "engine/ScanFacts.h"
@@ -56,8 +57,8 @@ class EraseRun
 
     void makeResultStrings(std::int64_t now);
     /// Removes the folders that have become empty and forgets them all; notes which files went with
-    /// them without having been overwritten. The folders that went.
-    std::vector<QByteArray> deleteFolders();
+    /// them without having been overwritten.
+    FolderSweep deleteFolders();
     /// Back to nothing, but for the result strings and the failed files.
     void resetWipeValues();
 

@@ -390,11 +390,11 @@ void EraseRunTest::emptiedFoldersGoDeepestFirstAndAreCounted()
         folders[scratch.folder(name)].givenLength = std::int32_t(scratch.path().size());
     EraseRun run;
     run.addFolderObjectsToQueueFromDict(folders);
-    QCOMPARE(run.deleteFolders().size(), std::size_t(5));
+    QCOMPARE(run.deleteFolders().removedFolders.size(), std::size_t(5));
     QVERIFY(!Scratch::exists(scratch.path("Top")));
     QVERIFY(run.folderUrlsToDeleteDict().empty());
     QVERIFY(run.failedFiles().empty());
-    QCOMPARE(run.deleteFolders().size(), std::size_t(0));
+    QCOMPARE(run.deleteFolders().removedFolders.size(), std::size_t(0));
 }
 
 void EraseRunTest::aFolderThatStillHoldsAVisibleFileStays()
@@ -406,7 +406,11 @@ void EraseRunTest::aFolderThatStillHoldsAVisibleFileStays()
     const QByteArray file = scratch.file("top/kept/file", "x");
     EraseRun run;
     run.addFolderObjectsToQueueFromDict(folders);
-    QCOMPARE(run.deleteFolders().size(), std::size_t(1));
+    const FolderSweep sweep = run.deleteFolders();
+    QCOMPARE(sweep.removedFolders, std::vector<QByteArray>({scratch.path("top/empty")}));
+    QCOMPARE(sweep.kept.size(), std::size_t(2));
+    QCOMPARE(sweep.kept[0].path, scratch.path("top/kept"));
+    QCOMPARE(sweep.kept[1].path, scratch.path("top"));
     QVERIFY(Scratch::exists(file));
     QVERIFY(!Scratch::exists(scratch.path("top/empty")));
     QVERIFY(run.folderUrlsToDeleteDict().empty());
@@ -423,7 +427,7 @@ void EraseRunTest::aFailedHiddenFileThatGoesWithItsFolderIsNoted()
     run.addFailure(Items::at("/somewhere/else"));
     run.addFailure(Items::at(hidden));
     run.addFolderObjectsToQueueFromDict(folders);
-    QCOMPARE(run.deleteFolders().size(), std::size_t(1));
+    QCOMPARE(run.deleteFolders().removedFolders.size(), std::size_t(1));
     QVERIFY(!Scratch::exists(hidden));
     QCOMPARE(run.failedFiles().size(), std::size_t(2));
     QVERIFY(!run.failedFiles()[0].removedWithFolder);
@@ -454,7 +458,7 @@ void EraseRunTest::aFailedFileThatStaysIsNotNoted()
     EraseRun run;
     run.addFailure(Items::at(visible));
     run.addFolderObjectsToQueueFromDict(folders);
-    QCOMPARE(run.deleteFolders().size(), std::size_t(0));
+    QCOMPARE(run.deleteFolders().removedFolders.size(), std::size_t(0));
     QVERIFY(Scratch::exists(visible));
     QCOMPARE(run.failedFiles().size(), std::size_t(1));
     QVERIFY(!run.failedFiles().front().removedWithFolder);
@@ -468,7 +472,7 @@ void EraseRunTest::ofADroppedLinkToAFolderOnlyTheLinkGoes()
     const auto conductor = Conductor::create();
     conductor->scan({link});
     QTRY_COMPARE(conductor->reports, 1);
-    QCOMPARE(conductor->run.deleteFolders().size(), std::size_t(1));
+    QCOMPARE(conductor->run.deleteFolders().removedFolders.size(), std::size_t(1));
     QVERIFY(!Scratch::exists(link));
     QVERIFY(Scratch::exists(target));
 }
@@ -487,7 +491,9 @@ void EraseRunTest::afterARunQueueCountersAndFoldersAreEmptyAndTheStringsStay()
     stats.setTotalFilesWiped(7);
     stats.setFilesFailed(8);
     run.makeResultStrings(10);
+    QTRY_COMPARE(stats.maxValue(), 1000.0);
     const QStringList before = strings(run);
+    run.addObjectsFromArray({Items::at("/b", 500)});
     run.resetWipeValues();
 
     QVERIFY(run.queueArray()->isEmpty());
@@ -536,7 +542,7 @@ void EraseRunTest::aWholeRunErasesCountsAndRemoves()
     QCOMPARE(strings(conductor->run),
              QStringList({QStringLiteral("15.00 KB in 3 files"), QStringLiteral("1"),
                           QStringLiteral("7 seconds")}));
-    QCOMPARE(conductor->run.deleteFolders().size(), std::size_t(2));
+    QCOMPARE(conductor->run.deleteFolders().removedFolders.size(), std::size_t(2));
     QVERIFY(!Scratch::exists(scratch.path("top")));
 }
 
