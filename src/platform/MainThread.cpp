@@ -47,7 +47,7 @@ class CallQueue final : public QObject
 
     void drain()
     {
-        isAwake_.store(false);
+        isAwake_.exchange(false);
         handedOver_.takeInto(ready_);
         while (!ready_.empty()) {
             const MainThread::Call call = std::move(ready_.front());

@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include <array>
+#include <clocale>
 #include <csignal>
 #include <thread>
 
@@ -69,6 +70,7 @@ class StandardStreamsTest : public QObject
   private Q_SLOTS:
     void textTakesTheColumnsOfItsCharacters_data();
     void textTakesTheColumnsOfItsCharacters();
+    void columnsAreCountedWhateverTheLocale();
 
     void aTerminalIsOne();
     void aPipeIsNoTerminal();
@@ -108,6 +110,15 @@ void StandardStreamsTest::textTakesTheColumnsOfItsCharacters()
 {
     QFETCH(QString, text);
     QTEST(StandardStreams::columnsOf(text), "columns");
+}
+
+void StandardStreamsTest::columnsAreCountedWhateverTheLocale()
+{
+    const QByteArray before = std::setlocale(LC_ALL, nullptr);
+    QVERIFY(std::setlocale(LC_ALL, "C") != nullptr);
+    const int columns = StandardStreams::columnsOf(QStringLiteral(u"\u00e4\u6f22"));
+    std::setlocale(LC_ALL, before.constData());
+    QCOMPARE(columns, 3);
 }
 
 void StandardStreamsTest::aTerminalIsOne()

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <cerrno>
+#include <cstring>
 
 namespace {
 
@@ -82,7 +83,7 @@ void FileUtilsScanPermissionsTest::anUnreadableFolderIsLoggedSkippedAndTold()
     const ScanFailures failures = fileUtils.takeScanFailures();
     QCOMPARE(Reports::paths(failures), QByteArrayList({scratch_->path("top/closed")}));
     QCOMPARE(failures.front().errornr, EACCES);
-    QCOMPARE(failures.front().errormsg, QStringLiteral("Permission denied"));
+    QCOMPARE(failures.front().errormsg, QString::fromLocal8Bit(std::strerror(EACCES)));
 }
 
 void FileUtilsScanPermissionsTest::aDroppedFolderThatCannotBeReadIsLoggedAndTold()

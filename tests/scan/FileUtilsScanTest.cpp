@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <cerrno>
+#include <cstring>
 
 namespace {
 
@@ -19,6 +20,11 @@ constexpr std::uint64_t ext4 = 0xEF53;
 QString uri(const QByteArray &path)
 {
     return QString::fromLatin1("file://" + path.toPercentEncoding("/"));
+}
+
+QString systemText(int error)
+{
+    return QString::fromLocal8Bit(std::strerror(error));
 }
 
 /// Lets no folder be listed: an item that should have been refused leads nowhere then.
@@ -594,7 +600,7 @@ void FileUtilsScanTest::anEntryWhoseKindCannotBeReadIsLoggedAndSkipped()
     const ScanFailures failures = fileUtils.takeScanFailures();
     QCOMPARE(Reports::paths(failures), QByteArrayList({bad}));
     QCOMPARE(failures.front().errornr, EIO);
-    QCOMPARE(failures.front().errormsg, QStringLiteral("Input/output error"));
+    QCOMPARE(failures.front().errormsg, systemText(EIO));
 }
 
 void FileUtilsScanTest::aFolderThatCannotBeOpenedIsLoggedAndTheScanGoesOn()
@@ -620,7 +626,7 @@ void FileUtilsScanTest::aFolderThatCannotBeOpenedIsLoggedAndTheScanGoesOn()
     const ScanFailures failures = fileUtils.takeScanFailures();
     QCOMPARE(Reports::paths(failures), QByteArrayList({top + "/\xff b"}));
     QCOMPARE(failures.front().errornr, EACCES);
-    QCOMPARE(failures.front().errormsg, QStringLiteral("Permission denied"));
+    QCOMPARE(failures.front().errormsg, systemText(EACCES));
 }
 
 void FileUtilsScanTest::aFolderThatCannotBeReadToItsEndKeepsWhatWasFound()
@@ -763,7 +769,7 @@ void FileUtilsScanTest::anOverlongFolderIsNotedOncePerBranch()
     QCOMPARE(failures.size(), std::size_t(2));
     for (const ScanFailure &failure : failures) {
         QCOMPARE(failure.errornr, ENAMETOOLONG);
-        QCOMPARE(failure.errormsg, QStringLiteral("File name too long"));
+        QCOMPARE(failure.errormsg, systemText(ENAMETOOLONG));
         QVERIFY(failure.path.size() >= PATH_MAX && failure.path.size() < PATH_MAX + 251);
         QVERIFY(report.folders.contains(failure.path.first(failure.path.size() - 251)));
     }

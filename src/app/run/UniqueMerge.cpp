@@ -11,7 +11,8 @@ namespace {
 struct Place
 {
     explicit Place(const QueueArray::Item &object)
-        : item(object.get()), hash(qHashMulti(0, object->filepath(), object->filename()))
+        : item(object.get()),
+          hash(qHashMulti(QHashSeed::globalSeed(), object->filepath(), object->filename()))
     {
     }
 
