@@ -3,16 +3,19 @@
 #include "app/run/RunTexts.h"
 #include "cli/ExitCode.h"
 #include "cli/ProgressLine.h"
+#include "engine/ProtectedPlaces.h"
 #include "platform/PathBytes.h"
-#include "platform/SystemCalls.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QSocketNotifier>
 
+#include <QSet>
+
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <set>
 
 using namespace std::chrono_literals;
 
@@ -90,7 +93,7 @@ void EraseSession::scanFailed(const ScanFailures &failures)
 void EraseSession::newObjectsForQueue(ScanReport report)
 {
     run_.addObjectsFromArray(std::move(report.files));
-    run_.addFolderObjectsToQueueFromDict(std::move(report.folders));
+    run_.addFolderObjectsToQueueFromDict(report.folders);
     findings_ = Findings::of(run_);
     if (interruptedBy_ != 0) {
         conclude();
@@ -121,7 +124,8 @@ bool EraseSession::openReport()
         return true;
     QString problem;
     for (const QByteArray &path : options_.paths) {
-        if (reportFile_->liesIn(PathBytes::absolute(path, startFolder_)))
+        const QByteArray item = PathBytes::absolute(path, startFolder_);
+        if (ProtectedPlaces::refusal(item).isNull() && reportFile_->liesIn(item))
             problem =
                 failureLine(options_.reportPath,
                             QStringLiteral("The report would stand in a folder to be erased"));
@@ -225,23 +229,37 @@ void EraseSession::finishedWiping()
 void EraseSession::removeFolders()
 {
     const FolderSweep sweep = run_.deleteFolders();
-    foldersRemoved_ = qsizetype(sweep.removedFolders.size());
-    // A folder that could not be read was empty after all.
-    std::erase_if(scanFailures_, [&sweep](const ScanFailure &failure) {
-        return std::find(sweep.removedFolders.begin(), sweep.removedFolders.end(), failure.path) !=
-               sweep.removedFolders.end();
+    foldersRemoved_ = qsizetype(findings_.folders) - qsizetype(sweep.kept.size());
+    // A folder that could not be read has gone after all.
+    const QSet<QByteArray> removed(sweep.removedFolders.begin(), sweep.removedFolders.end());
+    std::erase_if(scanFailures_, [&removed](const ScanFailure &failure) {
+        return removed.contains(failure.path);
     });
     for (const FailedFile &failed : run_.failedFiles()) {
         if (failed.removedWithFolder)
             console_.sayError(failureLine(failed.path, RunTexts::failure(failed)));
     }
-    // Where something in it failed, that is said already.
-    const bool isExplained = !run_.failedFiles().empty() || !scanFailures_.empty();
-    for (const ScanFailure &folder : sweep.kept) {
+    sayKept(sweep.kept);
+}
+
+/// A folder that stays because something in it failed is explained by that.
+void EraseSession::sayKept(const ScanFailures &folders)
+{
+    std::set<QByteArray> explained;
+    for (const FailedFile &failed : run_.failedFiles()) {
+        if (!failed.removedWithFolder)
+            explained.insert(failed.path);
+    }
+    for (const ScanFailure &failure : scanFailures_)
+        explained.insert(failure.path);
+    for (const ScanFailure &folder : folders) {
+        const auto inside = explained.lower_bound(folder.path + '/');
+        const bool isExplained = inside != explained.end() && inside->startsWith(folder.path + '/');
         if (isExplained && folder.errornr == ENOTEMPTY)
             continue;
         console_.sayError(failureLine(folder.path, folder.errormsg));
         scanFailures_.push_back(folder);
+        explained.insert(folder.path);
     }
 }
 

@@ -56,6 +56,7 @@ class EraseSession : public FolderScannerControllerDelegate,
     void startTimers();
     void drawProgress();
     void removeFolders();
+    void sayKept(const ScanFailures &folders);
     void conclude();
     [[nodiscard]] JsonReport makeReport() const;
     [[nodiscard]] bool isAllErased() const;

@@ -33,6 +33,8 @@ bool ReportFile::liesIn(const QByteArray &path) const
     if (!fs::is_directory(fs::symlink_status(item, error)))
         return false;
     const fs::path folder = fs::canonical(item, error);
+    if (error)
+        return false;
     const fs::path absolute = fs::absolute(path_.toStdString(), error);
     if (error)
         return false;

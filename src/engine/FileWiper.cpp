@@ -1,5 +1,7 @@
 #include "engine/FileWiper.h"
 
+#include "engine/ProtectedPlaces.h"
+#include "platform/FileSystemKind.h"
 #include "platform/FolderAccess.h"
 #include "platform/MainThread.h"
 #include "platform/OptionalDelegate.h"
@@ -120,6 +122,8 @@ bool FileWiper::try_openingfile()
     // Opening a device can set it in motion, so it is not even opened.
     if (target.isDevice())
         return fail(QStringLiteral("Not a regular file"));
+    if (isKernelInterface())
+        return fail(ProtectedPlaces::refusalOnTheWay());
     fd_ = SystemCalls::current().open(folder_.fd(), nameInFolder().constData(), Access::ReadWrite,
                                       lastLink());
     if (fd_ < 0)
@@ -176,6 +180,14 @@ int FileWiper::readTarget(FileStatus &target)
         return error;
     return -SystemCalls::current().statusAt(folder_.fd(), nameInFolder().constData(), lastLink(),
                                             target);
+}
+
+/// A link may lead there, and overwriting there means throwing switches.
+bool FileWiper::isKernelInterface() const
+{
+    std::uint64_t type = 0;
+    return SystemCalls::current().fileSystemType(filepath_.constData(), type) >= 0 &&
+           FileSystemKind::isKernelInterface(type);
 }
 
 bool FileWiper::fixError(int errorNumber)

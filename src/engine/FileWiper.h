@@ -109,6 +109,7 @@ class FileWiper : public std::enable_shared_from_this<FileWiper>
     [[nodiscard]] SystemCalls::LastLink lastLink() const;
     int readName();
     int readTarget(FileStatus &target);
+    [[nodiscard]] bool isKernelInterface() const;
     bool runPass(const WipeSchedule::Pass &pass);
     bool writeBlock(std::size_t count, QueueStatsObject *stats);
     bool rewind();

@@ -18,8 +18,8 @@ bool isHidden(const char *name)
     return name[0] == '.';
 }
 
-/// Removes what it is told of, and remembers the first failure. Stays on the file system of the
-/// folder where it began: what is mounted below came after the scan.
+/// Removes what it is told of, and remembers the first failure. Stays where it began: it enters
+/// nothing that is mounted below, and no protected place.
 class Remover final : public TreeVisitor
 {
   public:
@@ -34,9 +34,11 @@ class Remover final : public TreeVisitor
         return mayRemove(slash == top_.size(), path.constData() + slash + 1);
     }
 
-    bool openedFolder(const QByteArray & /*path*/, const FileStatus &status) override
+    bool openedFolder(const QByteArray &path, const FileStatus &status) override
     {
-        if (status.device == device_)
+        const bool isTop = path.size() == top_.size();
+        if (status.device == device_ && !protectedPlaces_.contains(status, 0) &&
+            (isTop || !SystemCalls::current().isMountPoint(path.constData())))
             return true;
         note(-EXDEV);
         return false;
@@ -91,6 +93,7 @@ class Remover final : public TreeVisitor
     QByteArray top_;
     std::uint64_t device_;
     FolderRemoval::Contents contents_;
+    ProtectedPlaces protectedPlaces_;
     int error_ = 0;
 };
 

@@ -20,7 +20,7 @@ class ProtectedPlaces
     /// Looks the places up as they are now.
     ProtectedPlaces();
 
-    /// Whether the folder is one of the places, or the root of one of the kernel's file systems.
+    /// Whether the folder is one of the places, or on one of the kernel's file systems.
     [[nodiscard]] bool contains(const FileStatus &folder, std::uint64_t fileSystemType) const;
 
     /// Why an item that was named is refused, in the user's words; a null text where it is not.

@@ -211,6 +211,13 @@ SystemCalls &SystemCalls::real()
     return calls;
 }
 
+bool SystemCalls::isMountPoint(const char *path)
+{
+    struct statx status = {};
+    return ::statx(AT_FDCWD, path, AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT, 0, &status) == 0 &&
+           (status.stx_attributes_mask & status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+}
+
 SystemCalls &SystemCalls::current()
 {
     return *currentCalls;

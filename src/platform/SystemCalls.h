@@ -100,6 +100,9 @@ class SystemCalls
     virtual std::int64_t readFolder(int fd, void *buffer, std::size_t capacity) = 0;
     /// The f_type of statfs(2) for the path.
     virtual int fileSystemType(const char *path, std::uint64_t &type) = 0;
+    /// Whether something is mounted at the path, be it of the same file system (statx(2),
+    /// STATX_ATTR_MOUNT_ROOT); false where the system does not say.
+    virtual bool isMountPoint(const char *path);
 
     /// Puts another body in place for its own lifetime.
     class Replacement

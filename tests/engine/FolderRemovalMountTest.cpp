@@ -34,6 +34,23 @@ class FolderRemovalMountTest : public QObject
     void deleteFolderLeavesWhatIsMountedBelow();
     void aMountedFolderIsNotRemovedItself();
 
+    void theSweepLeavesAFolderOfTheSameFileSystemThatIsBoundBelow()
+    {
+        const Scratch scratch;
+        const QByteArray outside = scratch.folder("outside");
+        const QByteArray precious = scratch.file("outside/precious", QByteArray("kept"));
+        const QByteArray top = scratch.folder("top");
+        const QByteArray bound = scratch.folder("top/.bound");
+        QCOMPARE(::mount(outside.constData(), bound.constData(), nullptr, MS_BIND, nullptr), 0);
+
+        const FolderSweep sweep = FileUtils().deleteFoldersFromArray({{top, {}}});
+
+        QCOMPARE(::umount2(bound.constData(), MNT_DETACH), 0);
+        QCOMPARE(Scratch::content(precious), QByteArray("kept"));
+        QVERIFY(sweep.removedFiles.empty());
+        QVERIFY(sweep.removedFolders.empty());
+    }
+
   private:
     std::unique_ptr<Scratch> scratch_;
     QByteArray top_;
