@@ -68,7 +68,7 @@ int printMethods(const Arguments &arguments)
     return ExitCode::Erased;
 }
 
-/// As bytes; empty where the working folder is gone, which makes relative paths name nothing.
+/// As bytes; empty where the working folder is gone. Relative paths then find nothing.
 QByteArray startFolder()
 {
     std::error_code error;

@@ -349,6 +349,28 @@ class FileWiperKindsTest : public QObject
         QCOMPARE(Scratch::content(target), QByteArray("precious"));
     }
 
+    void fileOfTheKernelsIsNotEvenOpened()
+    {
+        class KernelFiles final : public ForwardingSystemCalls
+        {
+          public:
+            int fileSystemType(const char *, std::uint64_t &type) override
+            {
+                type = 0x62656572; // sysfs
+                return 0;
+            }
+        } calls;
+        const SystemCalls::Replacement replacement(calls);
+        const Scratch scratch;
+        const auto item = queueItem(scratch.file("switch", "untouched"), 1);
+
+        QCOMPARE(wipe(item), 2);
+
+        QCOMPARE(Scratch::content(item->fullpath()), QByteArray("untouched"));
+        QCOMPARE(item->errormsg(),
+                 QStringLiteral("Refused: a part of the system itself is never erased"));
+    }
+
     void emptyPathFails()
     {
         const auto item = queueItem("", 1);
