@@ -29,18 +29,28 @@ else()
   target_compile_options(vantorel_common INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
 endif()
 
-# The libraries' shared precompiled header: the Qt and standard headers nearly every file includes.
+# The libraries' shared precompiled headers: what nearly every file includes, without and with
+# pictures.
 set(VANTOREL_PCH <QByteArray> <QString> <QThread> <atomic> <functional> <memory> <vector>)
+set(VANTOREL_GUI_PCH ${VANTOREL_PCH} <QApplication> <QPainter> <QWidget>)
 
-# vantorel_add_library(<name> SOURCES <file>... LINKS <library>...)
+# vantorel_add_library(<name> [GUI] SOURCES <file>... LINKS <library>...)
+#   GUI: shows something, so it gets Qt's meta-object compiler and the headers with pictures.
 function(vantorel_add_library name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "GUI" "" "SOURCES;LINKS")
   add_library(${name} STATIC ${arg_SOURCES})
   target_include_directories(${name} PUBLIC "${PROJECT_SOURCE_DIR}/src")
   target_link_libraries(${name} PUBLIC vantorel_common ${arg_LINKS})
+  if(arg_GUI)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  endif()
   if(name STREQUAL vantorel_platform)
     target_precompile_headers(${name} PRIVATE ${VANTOREL_PCH})
-  else()
+  elseif(NOT arg_GUI)
     target_precompile_headers(${name} REUSE_FROM vantorel_platform)
+  elseif(name STREQUAL vantorel_ui_theme)
+    target_precompile_headers(${name} PRIVATE ${VANTOREL_GUI_PCH})
+  else()
+    target_precompile_headers(${name} REUSE_FROM vantorel_ui_theme)
   endif()
 endfunction()

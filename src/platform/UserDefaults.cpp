@@ -1,6 +1,10 @@
 #include "platform/UserDefaults.h"
 
+#include <utility>
+
 namespace {
+
+UserDefaults *current = nullptr;
 
 bool isAffirmative(const QString &text)
 {
@@ -17,6 +21,30 @@ UserDefaults::UserDefaults(QVariantMap fallbacks)
 {
 }
 
+UserDefaults &UserDefaults::standard()
+{
+    if (!current) {
+        static UserDefaults store;
+        current = &store;
+    }
+    return *current;
+}
+
+UserDefaults::Replacement::Replacement()
+    : store_(std::make_unique<UserDefaults>()), previous_(std::exchange(current, store_.get()))
+{
+}
+
+UserDefaults::Replacement::~Replacement()
+{
+    current = previous_;
+}
+
+void UserDefaults::registerDefaults(const QVariantMap &fallbacks)
+{
+    fallbacks_.insert(fallbacks);
+}
+
 std::int64_t UserDefaults::integer(const QString &key) const
 {
     return integerFromText(value(key).toString());
@@ -25,6 +53,32 @@ std::int64_t UserDefaults::integer(const QString &key) const
 bool UserDefaults::boolean(const QString &key) const
 {
     return integer(key) != 0;
+}
+
+QString UserDefaults::text(const QString &key) const
+{
+    return value(key).toString();
+}
+
+void UserDefaults::setValue(const QString &key, const QVariant &value)
+{
+    const QVariant before = this->value(key);
+    settings_.setValue(key, value);
+    if (this->value(key) != before)
+        Q_EMIT valueChanged(key);
+}
+
+void UserDefaults::remove(const QString &key)
+{
+    const QVariant before = value(key);
+    settings_.remove(key);
+    if (value(key) != before)
+        Q_EMIT valueChanged(key);
+}
+
+void UserDefaults::synchronize()
+{
+    settings_.sync();
 }
 
 std::int64_t UserDefaults::integerFromText(const QString &text)

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QColor>
+#include <QPixmap>
+#include <QRectF>
+#include <QSize>
+#include <QString>
+
+#include <optional>
+
+class QPainter;
+
+/// The application's own drawings, by exactly their name: resources ":/pictures/<name>.svg", drawn
+/// from vectors at the device's ratio.
+///
+/// Thread:  main
+/// Failure: a name without picture draws nothing, its pixmap is null
+namespace Pictures {
+
+bool exists(const QString &name);
+QSizeF sizeOf(const QString &name);
+/// With a tint the drawing's shape is filled with that colour.
+void paint(QPainter &painter, const QString &name, const QRectF &rect,
+           std::optional<QColor> tint = std::nullopt);
+QPixmap pixmap(const QString &name, const QSize &size, double devicePixelRatio,
+               std::optional<QColor> tint = std::nullopt);
+
+} // namespace Pictures
