@@ -12,7 +12,12 @@ build_needs=(
     "cmake cmake"         # configures from CMakePresets.json
     "ninja-build ninja"   # the presets' generator
     "g++ g++"             # C++20, with the sanitizers' libraries
-    "qt6-base-dev qmake6" # Qt Core for the program, Qt Test for its tests
+    "qt6-base-dev qmake6" # Qt Core, Gui, Widgets, D-Bus; Qt Test for the tests
+    "libqt6svg6-dev qmake6" # the drawings
+    "libxcb1-dev xcb-proto" # whether a compositing manager runs
+    "fonts-inter fc-list" # the window's look where the desktop brings no font of its own
+    "qt6-qpa-plugins qmake6" # Qt on X11
+    "qt6-wayland qmake6"  # and on Wayland
 )
 # shellcheck disable=SC2034
 test_needs=(
@@ -20,6 +25,15 @@ test_needs=(
     "e2fsprogs mkfs.ext4"     # file systems in image files, and inode flags (chattr, lsattr)
     "mount mount"             # mounting them
     "util-linux setarch"      # loop devices, unprivileged children, runs without address randomisation
+    "dbus dbus-daemon"        # buses of the tests' own
+    "xvfb Xvfb"               # a display without a screen
+    "openbox openbox"         # a window manager
+    "xdotool xdotool"         # keys and mouse
+    "x11-utils xprop"         # what a window says of itself
+    "imagemagick import"      # pictures of the window
+    "at-spi2-core atspi"      # texts and names as screen readers get them
+    "python3-pyatspi atspi"
+    "gir1.2-gtk-3.0 atspi"    # a program of another toolkit to drag files from
 )
 
 # Each argument is a line.

@@ -93,7 +93,7 @@ void EraseSession::scanFailed(const ScanFailures &failures)
 void EraseSession::newObjectsForQueue(ScanReport report)
 {
     run_.addObjectsFromArray(std::move(report.files));
-    run_.addFolderObjectsToQueueFromDict(report.folders);
+    run_.addFolderObjectsToQueueFromDict(std::move(report.folders));
     findings_ = Findings::of(run_);
     if (interruptedBy_ != 0) {
         conclude();

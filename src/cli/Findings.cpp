@@ -1,5 +1,6 @@
 #include "cli/Findings.h"
 
+#include "app/run/CautionCount.h"
 #include "cli/MethodList.h"
 #include "support/BytesFormatter.h"
 
@@ -17,14 +18,16 @@ QString counted(std::int64_t number, const char *one, const char *many)
 Findings Findings::of(const EraseRun &run)
 {
     Findings findings;
+    CautionCount cautions;
     findings.folders = std::int64_t(run.folderUrlsToDeleteDict().size());
     for (const QueueArray::Item &item : run.queueArray()->items()) {
         ++findings.files;
         findings.bytes += std::max(item->filesize(), 0.0);
-        findings.links += item->scanFacts().isLink ? 1 : 0;
-        findings.hardLinks += item->scanFacts().hasOtherNames ? 1 : 0;
-        findings.copyOnWrite += item->scanFacts().isCopyOnWrite ? 1 : 0;
+        cautions.add(item->scanFacts());
     }
+    findings.links = cautions.links;
+    findings.hardLinks = cautions.hardLinks;
+    findings.copyOnWrite = cautions.copyOnWrite();
     return findings;
 }
 

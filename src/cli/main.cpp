@@ -7,13 +7,12 @@
 #include "platform/StandardStreams.h"
 #include "platform/StopSignals.h"
 #include "platform/UserDefaults.h"
+#include "platform/WorkingFolder.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
 
-#include <filesystem>
 #include <memory>
-#include <system_error>
 #include <vector>
 
 namespace {
@@ -68,13 +67,6 @@ int printMethods(const Arguments &arguments)
     return ExitCode::Erased;
 }
 
-/// As bytes; empty where the working folder is gone. Relative paths then find nothing.
-QByteArray startFolder()
-{
-    std::error_code error;
-    return QByteArray::fromStdString(std::filesystem::current_path(error).native());
-}
-
 int erase(const Arguments &arguments)
 {
     const UserDefaults defaults({{QStringLiteral("WipeMethod"), 4}});
@@ -85,7 +77,7 @@ int erase(const Arguments &arguments)
         return refuse(options.error);
     if (options.wantsHelp)
         return printHelp();
-    const auto session = std::make_shared<EraseSession>(options, startFolder());
+    const auto session = std::make_shared<EraseSession>(options, WorkingFolder::path());
     const StopSignals signals_([&session](int signal) { session->stop(signal); });
     MainThread::post([&session] { session->start(); });
     return QCoreApplication::exec();

@@ -1,6 +1,7 @@
 #include "engine/QueueArray.h"
 
 #include <iterator>
+#include <utility>
 
 void QueueArray::append(Item item)
 {
@@ -28,10 +29,10 @@ void QueueArray::remove(std::size_t at)
     forgetFinished();
 }
 
-void QueueArray::clear()
+QueueArray::Items QueueArray::takeAll()
 {
-    Items().swap(items_);
     forgetFinished();
+    return std::exchange(items_, {});
 }
 
 QueueArray::Item QueueArray::firstUnfinished()

@@ -25,7 +25,9 @@ class QueueArray
     void append(Items items);
     void insert(std::size_t at, Item item);
     void remove(std::size_t at);
-    void clear();
+    void clear() { takeAll(); }
+    /// Empties the queue and answers what was in it.
+    Items takeAll();
 
     /// The first item, in order, whose `finished` is NO; none when all are finished. Constant time
     /// over a run: remembers how far everything is finished, and forgets it when the order of what

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/FileSystemKind.h"
+
 #include <QByteArray>
 
 #include <cstdint>
@@ -14,7 +16,13 @@ struct ScanFacts
     std::int32_t givenLength = -1;
     bool isLink = false;        ///< it was a symbolic link
     bool hasOtherNames = false; ///< the file has more than one hard link
-    bool isCopyOnWrite = false; ///< its file system writes new blocks instead of old ones
+    /// Its file system, if that is one that writes new blocks instead of old ones.
+    FileSystemKind::CopyOnWrite copyOnWrite = FileSystemKind::CopyOnWrite::None;
+
+    [[nodiscard]] bool isCopyOnWrite() const
+    {
+        return copyOnWrite != FileSystemKind::CopyOnWrite::None;
+    }
 };
 
 /// The folders that a scan met, by path.

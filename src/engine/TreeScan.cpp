@@ -114,8 +114,7 @@ QueueArray::Item TreeScan::makeItem(const Name &name)
         else if (!facts.isLink ||
                  calls.statusAt(name.folder, name.relative, LastLink::Follow, status) >= 0)
             size = double(status.size);
-        facts.isCopyOnWrite =
-            FileSystemKind::isCopyOnWrite(fileSystemType(status.device, name.path));
+        facts.copyOnWrite = FileSystemKind::copyOnWrite(fileSystemType(status.device, name.path));
     }
 
     const QueueArray::Item item = QueueObject::create();

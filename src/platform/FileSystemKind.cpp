@@ -1,20 +1,36 @@
 #include "platform/FileSystemKind.h"
 
-bool FileSystemKind::isCopyOnWrite(std::uint64_t type)
+#include <array>
+
+FileSystemKind::CopyOnWrite FileSystemKind::copyOnWrite(std::uint64_t type)
 {
     switch (type) {
-    case 0x9123683E: // btrfs
-    case 0x2FC12FC1: // ZFS
-    case 0xCA451A4E: // bcachefs
-    case 0xF2F52010: // F2FS
-    case 0x3434:     // NILFS2
-    case 0x72B6:     // JFFS2
-    case 0x24051905: // UBIFS
-    case 0x794C7630: // overlayfs
-        return true;
+    case 0x9123683E:
+        return CopyOnWrite::Btrfs;
+    case 0x2FC12FC1:
+        return CopyOnWrite::Zfs;
+    case 0xCA451A4E:
+        return CopyOnWrite::Bcachefs;
+    case 0xF2F52010:
+        return CopyOnWrite::F2fs;
+    case 0x3434:
+        return CopyOnWrite::Nilfs2;
+    case 0x72B6:
+        return CopyOnWrite::Jffs2;
+    case 0x24051905:
+        return CopyOnWrite::Ubifs;
+    case 0x794C7630:
+        return CopyOnWrite::Overlayfs;
     default:
-        return false;
+        return CopyOnWrite::None;
     }
+}
+
+QLatin1String FileSystemKind::name(CopyOnWrite kind)
+{
+    constexpr std::array<const char *, copyOnWriteKinds> names = {
+        "", "btrfs", "zfs", "bcachefs", "f2fs", "nilfs2", "jffs2", "ubifs", "overlayfs"};
+    return QLatin1String(names.at(std::size_t(kind)));
 }
 
 bool FileSystemKind::isKernelInterface(std::uint64_t type)

@@ -1,5 +1,7 @@
 #include "platform/FolderAccess.h"
 
+#include <QList>
+
 #include <algorithm>
 #include <cerrno>
 

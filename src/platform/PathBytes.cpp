@@ -1,5 +1,7 @@
 #include "platform/PathBytes.h"
 
+#include <QList>
+
 #include <algorithm>
 
 #include <linux/limits.h>

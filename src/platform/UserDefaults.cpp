@@ -12,13 +12,27 @@ bool isAffirmative(const QString &text)
            text.compare(QLatin1String("true"), Qt::CaseInsensitive) == 0;
 }
 
+/// What was read from the file is text, what was just set has its own type.
+bool isSameValue(const QVariant &one, const QVariant &other)
+{
+    if (one == other || one.isValid() != other.isValid())
+        return one == other;
+    const bool haveText = one.canConvert<QString>() && other.canConvert<QString>() &&
+                          one.typeId() != QMetaType::QByteArray &&
+                          other.typeId() != QMetaType::QByteArray;
+    return haveText && one.toString() == other.toString();
+}
+
 } // namespace
 
-UserDefaults::UserDefaults(QVariantMap fallbacks)
-    : settings_(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Vantorel"),
-                QStringLiteral("Vantorel")),
-      fallbacks_(std::move(fallbacks))
+UserDefaults::UserDefaults(QVariantMap fallbacks) : fallbacks_(std::move(fallbacks))
 {
+}
+
+UserDefaults::~UserDefaults()
+{
+    if (isWritePending_)
+        synchronize();
 }
 
 UserDefaults &UserDefaults::standard()
@@ -63,22 +77,29 @@ QString UserDefaults::text(const QString &key) const
 void UserDefaults::setValue(const QString &key, const QVariant &value)
 {
     const QVariant before = this->value(key);
-    settings_.setValue(key, value);
-    if (this->value(key) != before)
-        Q_EMIT valueChanged(key);
+    file_.setValue(key, value);
+    changed(key, before);
 }
 
 void UserDefaults::remove(const QString &key)
 {
     const QVariant before = value(key);
-    settings_.remove(key);
-    if (value(key) != before)
+    file_.remove(key);
+    changed(key, before);
+}
+
+void UserDefaults::changed(const QString &key, const QVariant &before)
+{
+    if (!std::exchange(isWritePending_, true))
+        QMetaObject::invokeMethod(this, &UserDefaults::synchronize, Qt::QueuedConnection);
+    if (!isSameValue(before, value(key)))
         Q_EMIT valueChanged(key);
 }
 
 void UserDefaults::synchronize()
 {
-    settings_.sync();
+    isWritePending_ = false;
+    file_.synchronize();
 }
 
 std::int64_t UserDefaults::integerFromText(const QString &text)
@@ -95,5 +116,6 @@ std::int64_t UserDefaults::integerFromText(const QString &text)
 
 QVariant UserDefaults::value(const QString &key) const
 {
-    return settings_.value(key, fallbacks_.value(key));
+    const QVariant stored = file_.value(key);
+    return stored.isValid() ? stored : fallbacks_.value(key);
 }

@@ -1,28 +1,29 @@
 #pragma once
 
-#include <QByteArray>
+#include "platform/SettingsFile.h"
+
 #include <QObject>
-#include <QSettings>
 #include <QString>
 #include <QVariantMap>
 
 #include <cstdint>
 #include <memory>
 
-/// The user's preferences over a table of fallbacks. They stand in an INI file,
-/// "Vantorel/Vantorel.ini" below the XDG configuration folder (XDG Base Directory Specification).
-/// A value that the user has set beats its fallback; fallbacks are never written.
+/// The user's preferences over a table of fallbacks. They stand in a SettingsFile. A value that the
+/// user has set beats its fallback whole, a table like any other; fallbacks are never written.
 ///
 /// Thread:  main
 /// Blocks:  on disk I/O when made and, some time after a change, when written
-/// Failure: a file that cannot be read or is damaged counts as empty, with a line in the system
-///          log; what was set then lives until the end of the process
+/// Failure: a file that cannot be read or is damaged counts as empty; what cannot be written lives
+///          until the end of the process. One line in the system log each
 class UserDefaults : public QObject
 {
     Q_OBJECT
 
   public:
     explicit UserDefaults(QVariantMap fallbacks = {});
+    /// Writes what has changed.
+    ~UserDefaults() override;
 
     /// The process's own. Made at first use.
     static UserDefaults &standard();
@@ -51,6 +52,7 @@ class UserDefaults : public QObject
     [[nodiscard]] bool boolean(const QString &key) const;
     [[nodiscard]] QString text(const QString &key) const;
 
+    /// Tables and bytes are values like any other. Written when the event loop runs again.
     void setValue(const QString &key, const QVariant &value);
     /// The fallback counts again.
     void remove(const QString &key);
@@ -60,10 +62,13 @@ class UserDefaults : public QObject
     static std::int64_t integerFromText(const QString &text);
 
   Q_SIGNALS:
-    /// The value read under this key is another one than before.
+    /// The value read under this key is another one than before; a number and its text are one.
     void valueChanged(const QString &key);
 
   private:
-    QSettings settings_;
+    void changed(const QString &key, const QVariant &before);
+
+    SettingsFile file_;
     QVariantMap fallbacks_;
+    bool isWritePending_ = false;
 };

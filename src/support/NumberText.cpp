@@ -1,5 +1,7 @@
 #include "support/NumberText.h"
 
+#include <QLocale>
+
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -44,4 +46,11 @@ QString NumberText::withTwoDecimals(double value)
                                    std::chars_format::fixed, decimals)
                          .ptr;
     return QString::fromLatin1(digits.data(), end - digits.data());
+}
+
+QString NumberText::grouped(std::int64_t count)
+{
+    QLocale locale = QLocale::c();
+    locale.setNumberOptions(QLocale::DefaultNumberOptions);
+    return locale.toString(qlonglong(count));
 }

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <limits>
 
-/// Turns doubles into the digits that the formatters print, in the C locale. It knows no units.
+/// Turns numbers into the digits that are printed, in the C locale. It knows no units.
 ///
 /// Thread:     pure
 /// Failure:    none; a value outside the integer's range gives the nearest end of the range, a
@@ -21,4 +21,7 @@ class NumberText
 
     /// Rounded from the exact binary value, so that 1.125, a tie, becomes the even "1.12".
     static QString withTwoDecimals(double value);
+
+    /// "1,000,000"
+    static QString grouped(std::int64_t count);
 };

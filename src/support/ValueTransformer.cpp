@@ -9,9 +9,14 @@ QVariant ValueTransformer::transformedValue(const QVariant &value) const
     return value;
 }
 
+QVariant ValueTransformer::reverseTransformedValue(const QVariant &) const
+{
+    return {};
+}
+
 QMetaType ValueTransformer::transformedValueClass()
 {
-    // Kept on purpose: every transformer declares raw data, also where it makes texts or pictures.
+    // Kept on purpose: raw data, also where a transformer makes texts or pictures.
     return QMetaType::fromType<QByteArray>();
 }
 

@@ -13,19 +13,22 @@
 
 ValueTransformerRegistry::ValueTransformerRegistry(const ImageSource &images)
 {
-    const auto add = [this](const char *name, std::unique_ptr<const ValueTransformer> made) {
-        entries_.push_back({QLatin1String(name), std::move(made)});
-    };
-    add("BytesToString", std::make_unique<BytesToString>());
-    add("PercentageToString", std::make_unique<PercentageToString>());
-    add("SecondsToString", std::make_unique<SecondsToString>());
-    add("StatusToImage", std::make_unique<StatusToImage>(images));
-    add("MainStatusToImage", std::make_unique<MainStatusToImage>(images));
-    add("ExtensionImage", std::make_unique<ExtensionImage>(images));
-    add("IntegerToString", std::make_unique<IntegerToString>());
+    add(QLatin1String("BytesToString"), std::make_unique<BytesToString>());
+    add(QLatin1String("PercentageToString"), std::make_unique<PercentageToString>());
+    add(QLatin1String("SecondsToString"), std::make_unique<SecondsToString>());
+    add(QLatin1String("StatusToImage"), std::make_unique<StatusToImage>(images));
+    add(QLatin1String("MainStatusToImage"), std::make_unique<MainStatusToImage>(images));
+    add(QLatin1String("ExtensionImage"), std::make_unique<ExtensionImage>(images));
+    add(QLatin1String("IntegerToString"), std::make_unique<IntegerToString>());
 }
 
 ValueTransformerRegistry::~ValueTransformerRegistry() = default;
+
+void ValueTransformerRegistry::add(QLatin1String name,
+                                   std::unique_ptr<const ValueTransformer> transformer)
+{
+    entries_.push_back({name, std::move(transformer)});
+}
 
 const ValueTransformer *ValueTransformerRegistry::transformerForName(const QString &name) const
 {

@@ -10,7 +10,8 @@
 
 class ImageSource;
 
-/// The value transformers by their class names, one of each.
+/// The value transformers by their class names, one of each: those of this layer, and what is
+/// added.
 ///
 /// Thread:     main
 /// Owns:       the transformers.  Holds weakly: the image source, which must outlive it
@@ -20,6 +21,9 @@ class ValueTransformerRegistry
   public:
     explicit ValueTransformerRegistry(const ImageSource &images);
     ~ValueTransformerRegistry();
+
+    /// For the transformers of the layers above. A name that is taken keeps what it has.
+    void add(QLatin1String name, std::unique_ptr<const ValueTransformer> transformer);
 
     const ValueTransformer *transformerForName(const QString &name) const;
 

@@ -16,7 +16,7 @@ constexpr QColor rgb(int value)
 QColor rgb(int value, double percent)
 {
     QColor color = rgb(value);
-    color.setAlpha(int(std::lround(percent * 2.55)));
+    color.setAlpha(int(std::lround(percent * 255 / 100)));
     return color;
 }
 

@@ -1,16 +1,16 @@
 #include "ui/TextLabel.h"
 
+#include "ui/ToolTips.h"
+
 #include <QEvent>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QTextLayout>
-#include <QToolTip>
 
 TextLabel::TextLabel(TextStyle style, ColorRole role, QWidget *parent)
     : QLabel(parent), style_(style), role_(role)
 {
     setTextFormat(Qt::PlainText);
-    setAttribute(Qt::WA_TransparentForMouseEvents, false);
 }
 
 void TextLabel::setStyle(TextStyle style)
@@ -35,6 +35,9 @@ void TextLabel::setElideMode(Qt::TextElideMode mode)
 void TextLabel::setWraps(bool wraps)
 {
     wraps_ = wraps;
+    QSizePolicy policy = sizePolicy();
+    policy.setHeightForWidth(wraps);
+    setSizePolicy(policy);
     updateGeometry();
     update();
 }
@@ -43,7 +46,7 @@ QSize TextLabel::sizeHint() const
 {
     const QFontMetrics metrics(Typography::font(style_));
     int width = 0;
-    const QStringList given = text().split(QLatin1Char('\n'));
+    const QStringList given = wraps_ ? text().split(QLatin1Char('\n')) : QStringList(text());
     for (const QString &line : given)
         width = std::max(width, metrics.horizontalAdvance(line));
     return {width + 1, int(given.size()) * Typography::lineHeight(style_)};
@@ -67,6 +70,9 @@ QStringList TextLabel::lines(int width) const
     QStringList lines;
     for (const QString &paragraph : text().split(QLatin1Char('\n'))) {
         QTextLayout layout(paragraph, font);
+        QTextOption option;
+        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        layout.setTextOption(option);
         layout.beginLayout();
         for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
             line.setLineWidth(width);
@@ -106,6 +112,6 @@ bool TextLabel::event(QEvent *event)
         return QLabel::event(event);
     const QFontMetrics metrics(Typography::font(style_));
     const QPoint at = static_cast<QHelpEvent *>(event)->globalPos();
-    QToolTip::showText(at, metrics.horizontalAdvance(text()) > width() ? text() : QString(), this);
+    ToolTips::show(at, metrics.horizontalAdvance(text()) > width() ? text() : QString(), this);
     return true;
 }

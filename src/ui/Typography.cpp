@@ -56,6 +56,16 @@ double Typography::factorFor(double pixels)
     return std::clamp(pixels / systemFontPixels, 1.0, 1.6);
 }
 
+int Typography::pixelSizeFor(TextStyle style, double factor)
+{
+    return int(std::lround(std::max(measure(style).size * factor, smallestPixels)));
+}
+
+int Typography::lineHeightFor(TextStyle style, double factor)
+{
+    return int(std::lround(measure(style).line * factor));
+}
+
 double Typography::factor()
 {
     const QFont font = QApplication::font();
@@ -75,14 +85,13 @@ int Typography::placed(double length, int margin)
 
 QFont Typography::font(TextStyle style)
 {
-    const Measure measured = measure(style);
     QFont font = QApplication::font();
-    font.setPixelSize(int(std::lround(std::max(measured.size * factor(), smallestPixels))));
-    font.setWeight(measured.weight);
+    font.setPixelSize(pixelSizeFor(style, factor()));
+    font.setWeight(measure(style).weight);
     return font;
 }
 
 int Typography::lineHeight(TextStyle style)
 {
-    return scaled(measure(style).line);
+    return lineHeightFor(style, factor());
 }

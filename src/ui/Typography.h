@@ -29,8 +29,11 @@ namespace Typography {
 
 /// The height of the system font over 13, kept within 1 and 1.6.
 double factor();
-/// What factor() answers for a font of this pixel height. Pure.
+/// What factor() answers for a font of this pixel height. Pure, as are the next two.
 double factorFor(double pixels);
+/// No text is smaller than 12 pixels.
+int pixelSizeFor(TextStyle style, double factor);
+int lineHeightFor(TextStyle style, double factor);
 
 /// A length of the design times factor(), rounded.
 int scaled(double length);

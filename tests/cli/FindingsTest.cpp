@@ -26,7 +26,7 @@ ScanFacts hardLinkedOnCopyOnWrite()
 {
     ScanFacts facts;
     facts.hasOtherNames = true;
-    facts.isCopyOnWrite = true;
+    facts.copyOnWrite = FileSystemKind::CopyOnWrite::Btrfs;
     return facts;
 }
 

@@ -16,29 +16,29 @@ class FileSystemKindTest : public QObject
 void FileSystemKindTest::fileSystemsThatWriteNewBlocksAreKnown_data()
 {
     QTest::addColumn<quint64>("type");
-    QTest::addColumn<bool>("isCopyOnWrite");
-    QTest::newRow("btrfs") << quint64(0x9123683E) << true;
-    QTest::newRow("ZFS") << quint64(0x2FC12FC1) << true;
-    QTest::newRow("bcachefs") << quint64(0xCA451A4E) << true;
-    QTest::newRow("F2FS") << quint64(0xF2F52010) << true;
-    QTest::newRow("NILFS2") << quint64(0x3434) << true;
-    QTest::newRow("JFFS2") << quint64(0x72B6) << true;
-    QTest::newRow("UBIFS") << quint64(0x24051905) << true;
-    QTest::newRow("overlay") << quint64(0x794C7630) << true;
-    QTest::newRow("ext4") << quint64(0xEF53) << false;
-    QTest::newRow("tmpfs") << quint64(0x01021994) << false;
-    QTest::newRow("XFS") << quint64(0x58465342) << false;
-    QTest::newRow("FAT") << quint64(0x4D44) << false;
-    QTest::newRow("NFS") << quint64(0x6969) << false;
-    QTest::newRow("none") << quint64(0) << false;
+    QTest::addColumn<QString>("name");
+    QTest::newRow("btrfs") << quint64(0x9123683E) << QString(QLatin1String("btrfs"));
+    QTest::newRow("ZFS") << quint64(0x2FC12FC1) << QString(QLatin1String("zfs"));
+    QTest::newRow("bcachefs") << quint64(0xCA451A4E) << QString(QLatin1String("bcachefs"));
+    QTest::newRow("F2FS") << quint64(0xF2F52010) << QString(QLatin1String("f2fs"));
+    QTest::newRow("NILFS2") << quint64(0x3434) << QString(QLatin1String("nilfs2"));
+    QTest::newRow("JFFS2") << quint64(0x72B6) << QString(QLatin1String("jffs2"));
+    QTest::newRow("UBIFS") << quint64(0x24051905) << QString(QLatin1String("ubifs"));
+    QTest::newRow("overlay") << quint64(0x794C7630) << QString(QLatin1String("overlayfs"));
+    QTest::newRow("ext4") << quint64(0xEF53) << QString();
+    QTest::newRow("tmpfs") << quint64(0x01021994) << QString();
+    QTest::newRow("XFS") << quint64(0x58465342) << QString();
+    QTest::newRow("FAT") << quint64(0x4D44) << QString();
+    QTest::newRow("NFS") << quint64(0x6969) << QString();
+    QTest::newRow("none") << quint64(0) << QString();
     // A type is 32 bits wide; a sign that was extended would look like this.
-    QTest::newRow("btrfs with its sign extended") << quint64(0xFFFFFFFF9123683E) << false;
+    QTest::newRow("btrfs with its sign extended") << quint64(0xFFFFFFFF9123683E) << QString();
 }
 
 void FileSystemKindTest::fileSystemsThatWriteNewBlocksAreKnown()
 {
     QFETCH(quint64, type);
-    QTEST(FileSystemKind::isCopyOnWrite(type), "isCopyOnWrite");
+    QTEST(QString(FileSystemKind::name(FileSystemKind::copyOnWrite(type))), "name");
 }
 
 void FileSystemKindTest::theKernelsOwnFileSystemsAreKnown_data()

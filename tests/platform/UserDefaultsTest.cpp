@@ -1,7 +1,9 @@
 #include "platform/UserDefaults.h"
 
+#include "engine/RecordedLog.h"
 #include "kit/Scratch.h"
 
+#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -27,6 +29,41 @@ list=1, 2
 fraction=2.9
 )";
 
+constexpr char damaged[] = "[General]\nWipeMethod=9\n[broken\nthis is no setting\n";
+
+/// A configuration folder of its own, for stores made while it lives.
+class ConfigurationFolder
+{
+  public:
+    explicit ConfigurationFolder(QByteArray previous) : previous_(std::move(previous))
+    {
+        QVERIFY(!folder_.folder("Vantorel").isEmpty());
+        use(folder_.path());
+    }
+    ~ConfigurationFolder() { use(previous_); }
+    ConfigurationFolder(const ConfigurationFolder &) = delete;
+    ConfigurationFolder &operator=(const ConfigurationFolder &) = delete;
+
+    [[nodiscard]] QByteArray file() const { return folder_.path("Vantorel/Vantorel.ini"); }
+    bool write(const QByteArray &content) const
+    {
+        return !folder_.file("Vantorel/Vantorel.ini", content).isEmpty();
+    }
+    [[nodiscard]] const Scratch &scratch() const { return folder_; }
+
+  private:
+    static void use(const QByteArray &folder)
+    {
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QFile::decodeName(folder));
+    }
+
+    QByteArray previous_;
+    Scratch folder_;
+};
+
+const QString method = QStringLiteral("WipeMethod");
+const QString table = QStringLiteral("colorProperties");
+
 } // namespace
 
 class UserDefaultsTest : public QObject
@@ -40,7 +77,8 @@ class UserDefaultsTest : public QObject
     void aSettingBeatsItsFallback();
     void aMissingSettingFallsBack();
     void withoutFallbackAMissingSettingIsZero();
-    void anUnreadableFileCountsAsEmpty();
+    void aLaterFallbackTakesThePlaceOfAnEarlierOne();
+    void aFolderInTheFilesPlaceCountsAsEmpty();
     void nothingIsWritten();
     void numbersAreReadAsTheirLeadingDigits_data();
     void numbersAreReadAsTheirLeadingDigits();
@@ -48,6 +86,30 @@ class UserDefaultsTest : public QObject
     void truthIsReadFromWordsAndNumbers();
     void textIsReadAsANumber_data();
     void textIsReadAsANumber();
+
+    void aDamagedFileFallsBackToTheDefaultsWithOneLine();
+    void aDamagedFileStaysUntilSomethingIsSet();
+    void theFirstChangeMovesADamagedFileAside();
+    void aNameAsideThatIsTakenIsLeftAlone();
+    void takingAwayASettingLeavesADamagedFileAlone();
+    void aMissingFileIsNoDamage();
+
+    void aChangeIsReadBackByTheNextStore();
+    void aChangeIsWrittenByTheEventLoop();
+    void aStoreWritesAtItsEnd();
+    void everyChangedKeyIsSignalledOnce();
+    void equalValuesAreNotSignalled_data();
+    void equalValuesAreNotSignalled();
+    void whatTheFileSaysInWordsIsTheSameValue_data();
+    void whatTheFileSaysInWordsIsTheSameValue();
+    void aSettingThatIsTakenAwayIsSignalled();
+    void theSignalComesWhenTheValueStands();
+
+    void aTableIsOneValue();
+    void aStoredTableReplacesItsFallbackWhole();
+    void aGroupIsNoTable();
+    void bytesComeBackAsTheyWere();
+    void aReplacementIsAFreshStore();
 
   private:
     Scratch scratch_;
@@ -64,7 +126,7 @@ void UserDefaultsTest::initTestCase()
 
 void UserDefaultsTest::settingsStandBelowTheConfigurationFolder()
 {
-    QCOMPARE(UserDefaults({}).integer(QStringLiteral("WipeMethod")), std::int64_t(6));
+    QCOMPARE(UserDefaults().integer(QStringLiteral("WipeMethod")), std::int64_t(6));
 }
 
 void UserDefaultsTest::aSettingBeatsItsFallback()
@@ -84,21 +146,27 @@ void UserDefaultsTest::aMissingSettingFallsBack()
 
 void UserDefaultsTest::withoutFallbackAMissingSettingIsZero()
 {
-    const UserDefaults defaults({});
+    const UserDefaults defaults;
     QCOMPARE(defaults.integer(QStringLiteral("missing")), std::int64_t(0));
     QVERIFY(!defaults.boolean(QStringLiteral("missing")));
 }
 
-void UserDefaultsTest::anUnreadableFileCountsAsEmpty()
+void UserDefaultsTest::aLaterFallbackTakesThePlaceOfAnEarlierOne()
 {
-    const Scratch other;
-    QVERIFY(!other.folder("Vantorel").isEmpty() &&
-            !other.folder("Vantorel/Vantorel.ini").isEmpty());
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QFile::decodeName(other.path()));
-    const UserDefaults defaults({{QStringLiteral("WipeMethod"), 4}});
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
-                       QFile::decodeName(scratch_.path("config")));
-    QCOMPARE(defaults.integer(QStringLiteral("WipeMethod")), std::int64_t(4));
+    UserDefaults defaults({{QStringLiteral("one more"), 4}, {QStringLiteral("missing"), 4}});
+    defaults.registerDefaults({{QStringLiteral("missing"), 5}});
+    QCOMPARE(defaults.integer(QStringLiteral("missing")), std::int64_t(5));
+    QCOMPARE(defaults.integer(QStringLiteral("one more")), std::int64_t(4));
+}
+
+void UserDefaultsTest::aFolderInTheFilesPlaceCountsAsEmpty()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    QVERIFY(!folder.scratch().folder("Vantorel/Vantorel.ini").isEmpty());
+    const RecordedLog log;
+    const UserDefaults defaults({{method, 4}});
+    QCOMPARE(defaults.integer(method), std::int64_t(4));
+    QCOMPARE(log.lines().size(), 1);
 }
 
 void UserDefaultsTest::nothingIsWritten()
@@ -173,6 +241,240 @@ void UserDefaultsTest::textIsReadAsANumber()
     QFETCH(QString, text);
     QFETCH(qint64, number);
     QCOMPARE(qint64(UserDefaults::integerFromText(text)), number);
+}
+
+void UserDefaultsTest::aDamagedFileFallsBackToTheDefaultsWithOneLine()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    QVERIFY(folder.write(damaged));
+    const RecordedLog log;
+    const UserDefaults defaults({{method, 4}});
+    QCOMPARE(defaults.integer(method), std::int64_t(4));
+    QCOMPARE(log.lines().size(), 1);
+    QVERIFY2(log.lines().first().contains(QString::fromUtf8(folder.file())),
+             qUtf8Printable(log.lines().first()));
+    QVERIFY(log.lines().first().contains(QLatin1String("is damaged")));
+}
+
+void UserDefaultsTest::aDamagedFileStaysUntilSomethingIsSet()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    QVERIFY(folder.write(damaged));
+    {
+        UserDefaults defaults({{method, 4}});
+        defaults.synchronize();
+    }
+    QCOMPARE(Scratch::content(folder.file()), QByteArray(damaged));
+    QVERIFY(!Scratch::exists(folder.file() + ".damaged"));
+}
+
+void UserDefaultsTest::theFirstChangeMovesADamagedFileAside()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    QVERIFY(folder.write(damaged));
+    const RecordedLog log;
+    {
+        UserDefaults defaults;
+        defaults.setValue(method, 7);
+        QCOMPARE(defaults.integer(method), std::int64_t(7));
+    }
+    QCOMPARE(Scratch::content(folder.file() + ".damaged"), QByteArray(damaged));
+    QCOMPARE(Scratch::content(folder.file()), QByteArray("[General]\nWipeMethod=7\n"));
+    QCOMPARE(log.lines().size(), 1);
+    QCOMPARE(UserDefaults().integer(method), std::int64_t(7));
+    QCOMPARE(log.lines().size(), 1);
+}
+
+void UserDefaultsTest::aNameAsideThatIsTakenIsLeftAlone()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    QVERIFY(folder.write(damaged));
+    QVERIFY(!folder.scratch().file("Vantorel/Vantorel.ini.damaged", QByteArray("kept")).isEmpty());
+    QVERIFY(!folder.scratch().link("Vantorel/Vantorel.ini.damaged-2", "nowhere").isEmpty());
+    UserDefaults().setValue(method, 7);
+    QCOMPARE(Scratch::content(folder.file() + ".damaged"), QByteArray("kept"));
+    QCOMPARE(Scratch::content(folder.file() + ".damaged-3"), QByteArray(damaged));
+}
+
+void UserDefaultsTest::takingAwayASettingLeavesADamagedFileAlone()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    QVERIFY(folder.write(damaged));
+    UserDefaults().remove(method);
+    QCOMPARE(Scratch::content(folder.file()), QByteArray(damaged));
+}
+
+void UserDefaultsTest::aMissingFileIsNoDamage()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    const RecordedLog log;
+    UserDefaults().setValue(method, 7);
+    QCOMPARE(log.lines(), QStringList());
+    QVERIFY(Scratch::exists(folder.file()));
+}
+
+void UserDefaultsTest::aChangeIsReadBackByTheNextStore()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    UserDefaults().setValue(QStringLiteral("DarkMode"), true);
+    UserDefaults().setValue(method, 12);
+    QVERIFY(
+        UserDefaults({{QStringLiteral("DarkMode"), false}}).boolean(QStringLiteral("DarkMode")));
+    QCOMPARE(UserDefaults().integer(method), std::int64_t(12));
+    QCOMPARE(UserDefaults().text(method), QStringLiteral("12"));
+}
+
+void UserDefaultsTest::aChangeIsWrittenByTheEventLoop()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    UserDefaults defaults;
+    defaults.setValue(method, 7);
+    QTRY_COMPARE(Scratch::content(folder.file()), QByteArray("[General]\nWipeMethod=7\n"));
+}
+
+void UserDefaultsTest::aStoreWritesAtItsEnd()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    UserDefaults().setValue(method, 7);
+    QCOMPARE(Scratch::content(folder.file()), QByteArray("[General]\nWipeMethod=7\n"));
+}
+
+void UserDefaultsTest::everyChangedKeyIsSignalledOnce()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    UserDefaults defaults({{method, 4}});
+    const QSignalSpy spy(&defaults, &UserDefaults::valueChanged);
+    defaults.setValue(method, 7);
+    defaults.setValue(QStringLiteral("DarkMode"), true);
+    defaults.synchronize();
+    QCOMPARE(spy.size(), 2);
+    QCOMPARE(spy.at(0).first().toString(), method);
+    QCOMPARE(spy.at(1).first().toString(), QStringLiteral("DarkMode"));
+}
+
+void UserDefaultsTest::equalValuesAreNotSignalled_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QVariant>("value");
+    QTest::newRow("the stored number") << method << QVariant(7);
+    QTest::newRow("its text") << method << QVariant(QStringLiteral("7"));
+    QTest::newRow("the fallback") << QStringLiteral("DarkMode") << QVariant(true);
+    QTest::newRow("bytes") << QStringLiteral("bytes") << QVariant(QByteArray("\0a", 2));
+    QTest::newRow("a table") << table << QVariant(QVariantMap{{QStringLiteral("a"), 1}});
+}
+
+void UserDefaultsTest::equalValuesAreNotSignalled()
+{
+    QFETCH(QString, key);
+    QFETCH(QVariant, value);
+    const ConfigurationFolder folder(scratch_.path("config"));
+    UserDefaults().setValue(method, 7);
+    UserDefaults().setValue(QStringLiteral("bytes"), QByteArray("\0a", 2));
+    UserDefaults().setValue(table, QVariantMap{{QStringLiteral("a"), 1}});
+    UserDefaults defaults({{QStringLiteral("DarkMode"), true}});
+    const QSignalSpy spy(&defaults, &UserDefaults::valueChanged);
+    defaults.setValue(key, value);
+    QCOMPARE(spy.size(), 0);
+}
+
+void UserDefaultsTest::whatTheFileSaysInWordsIsTheSameValue_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<int>("signals_");
+    QTest::newRow("a number") << method << QVariant(7) << 0;
+    QTest::newRow("another number") << method << QVariant(8) << 1;
+    QTest::newRow("a truth") << QStringLiteral("DarkMode") << QVariant(true) << 0;
+    QTest::newRow("another truth") << QStringLiteral("DarkMode") << QVariant(false) << 1;
+    QTest::newRow("nothing yet") << QStringLiteral("new") << QVariant(0) << 1;
+}
+
+void UserDefaultsTest::whatTheFileSaysInWordsIsTheSameValue()
+{
+    QFETCH(QString, key);
+    QFETCH(QVariant, value);
+    QFETCH(int, signals_);
+    const ConfigurationFolder folder(scratch_.path("config"));
+    QVERIFY(folder.write("[General]\nWipeMethod=7\nDarkMode=true\n"));
+    UserDefaults defaults;
+    const QSignalSpy spy(&defaults, &UserDefaults::valueChanged);
+    defaults.setValue(key, value);
+    QCOMPARE(spy.size(), signals_);
+}
+
+void UserDefaultsTest::aSettingThatIsTakenAwayIsSignalled()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    UserDefaults defaults({{method, 4}});
+    defaults.setValue(method, 7);
+    const QSignalSpy spy(&defaults, &UserDefaults::valueChanged);
+    defaults.remove(method);
+    defaults.remove(method);
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(defaults.integer(method), std::int64_t(4));
+}
+
+void UserDefaultsTest::theSignalComesWhenTheValueStands()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    UserDefaults defaults;
+    std::int64_t seen = 0;
+    connect(&defaults, &UserDefaults::valueChanged, this, [&] { seen = defaults.integer(method); });
+    defaults.setValue(method, 7);
+    QCOMPARE(seen, std::int64_t(7));
+}
+
+void UserDefaultsTest::aTableIsOneValue()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    UserDefaults().setValue(table, QVariantMap{{QStringLiteral("a_bg_light"), QByteArray("\1\2")}});
+    const QByteArray content = Scratch::content(folder.file());
+    QVERIFY2(content.startsWith("[General]\ncolorProperties="), content.constData());
+    QCOMPARE(content.count('\n'), 2);
+    const QVariantMap back = UserDefaults().value(table).toMap();
+    QCOMPARE(back.size(), 1);
+    QCOMPARE(back.value(QStringLiteral("a_bg_light")).toByteArray(), QByteArray("\1\2"));
+}
+
+void UserDefaultsTest::aStoredTableReplacesItsFallbackWhole()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    UserDefaults().setValue(table, QVariantMap{{QStringLiteral("a"), 1}});
+    const UserDefaults defaults(
+        {{table, QVariantMap{{QStringLiteral("a"), 2}, {QStringLiteral("b"), 2}}}});
+    QCOMPARE(defaults.value(table).toMap().keys(), QStringList(QStringLiteral("a")));
+    QCOMPARE(defaults.value(table).toMap().value(QStringLiteral("a")).toInt(), 1);
+}
+
+void UserDefaultsTest::aGroupIsNoTable()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    QVERIFY(folder.write("[colorProperties]\na=1\n"));
+    const UserDefaults defaults({{table, QVariantMap{{QStringLiteral("b"), 2}}}});
+    QCOMPARE(defaults.value(table).toMap().keys(), QStringList(QStringLiteral("b")));
+}
+
+void UserDefaultsTest::bytesComeBackAsTheyWere()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    QByteArray bytes;
+    for (int byte = 0; byte < 256; ++byte)
+        bytes.append(char(byte));
+    UserDefaults().setValue(QStringLiteral("bytes"), bytes);
+    QCOMPARE(UserDefaults().value(QStringLiteral("bytes")).toByteArray(), bytes);
+}
+
+void UserDefaultsTest::aReplacementIsAFreshStore()
+{
+    const ConfigurationFolder folder(scratch_.path("config"));
+    const UserDefaults *before = &UserDefaults::standard();
+    {
+        const UserDefaults::Replacement replacement;
+        QVERIFY(&UserDefaults::standard() != before);
+        UserDefaults::standard().setValue(method, 7);
+    }
+    QCOMPARE(&UserDefaults::standard(), before);
+    QCOMPARE(UserDefaults().integer(method), std::int64_t(7));
 }
 
 QTEST_GUILESS_MAIN(UserDefaultsTest)

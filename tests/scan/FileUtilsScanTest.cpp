@@ -421,7 +421,7 @@ void FileUtilsScanTest::filesOnCopyOnWriteFileSystemsAreNoted()
         const ScanReport report = FileUtils().readFilesFromPath(scratch.path("top"));
         QCOMPARE(report.files.size(), std::size_t(2));
         for (const QueueArray::Item &item : report.files)
-            QCOMPARE(item->scanFacts().isCopyOnWrite, isCopyOnWrite);
+            QCOMPARE(item->scanFacts().isCopyOnWrite(), isCopyOnWrite);
     }
 }
 
@@ -459,7 +459,7 @@ void FileUtilsScanTest::aDanglingLinkSaysNothingOfItsFileSystem()
     const SystemCalls::Replacement replacement(calls);
     const ScanReport report = FileUtils().readFilesFromPath(scratch.path("top"));
     QCOMPARE(report.files.size(), std::size_t(2));
-    QVERIFY(Reports::fileAt(report, file)->scanFacts().isCopyOnWrite);
+    QVERIFY(Reports::fileAt(report, file)->scanFacts().isCopyOnWrite());
 }
 
 /// The link leads to a file system of another kind, which nothing will write to.
@@ -485,7 +485,7 @@ void FileUtilsScanTest::aLinkToLeaveAloneSaysNothingOfItsFileSystem()
     fileUtils.setSkipLinkTargets(true);
     const ScanReport report = fileUtils.readFilesFromPath(scratch.path("top"));
     QCOMPARE(report.files.size(), std::size_t(2));
-    QVERIFY(!Reports::fileAt(report, file)->scanFacts().isCopyOnWrite);
+    QVERIFY(!Reports::fileAt(report, file)->scanFacts().isCopyOnWrite());
 }
 
 void FileUtilsScanTest::linksToLeaveAloneHaveSizeZero()

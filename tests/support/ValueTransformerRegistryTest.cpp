@@ -21,6 +21,8 @@ class ValueTransformerRegistryTest : public QObject
     void anUnknownNameFindsNothing_data();
     void anUnknownNameFindsNothing();
     void theSameNameFindsTheSameTransformer();
+    void anAddedTransformerIsFoundByItsName();
+    void aNameThatIsTakenKeepsWhatItHas();
 
   private:
     template <typename Transformer> bool finds(const char *name) const
@@ -93,6 +95,24 @@ void ValueTransformerRegistryTest::theSameNameFindsTheSameTransformer()
     const ValueTransformer *first = m_registry.transformerForName(name);
     QVERIFY(first);
     QCOMPARE(m_registry.transformerForName(name), first);
+}
+
+void ValueTransformerRegistryTest::anAddedTransformerIsFoundByItsName()
+{
+    ValueTransformerRegistry registry(m_images);
+    auto added = std::make_unique<const ValueTransformer>();
+    const ValueTransformer *expected = added.get();
+    registry.add(QLatin1String("Added"), std::move(added));
+    QCOMPARE(registry.transformerForName(QStringLiteral("Added")), expected);
+    QCOMPARE(m_registry.transformerForName(QStringLiteral("Added")), nullptr);
+}
+
+void ValueTransformerRegistryTest::aNameThatIsTakenKeepsWhatItHas()
+{
+    ValueTransformerRegistry registry(m_images);
+    registry.add(QLatin1String("SecondsToString"), std::make_unique<const ValueTransformer>());
+    QVERIFY(dynamic_cast<const SecondsToString *>(
+        registry.transformerForName(QStringLiteral("SecondsToString"))));
 }
 
 QTEST_APPLESS_MAIN(ValueTransformerRegistryTest)

@@ -20,6 +20,7 @@ class ValueTransformerTest : public QObject
     void noTransformerGoesBack_data();
     void noTransformerGoesBack();
     void theBaseHandsValuesOn();
+    void theWayBackFindsNothing();
 };
 
 void ValueTransformerTest::everyTransformerDeclaresRawData_data()
@@ -64,6 +65,12 @@ void ValueTransformerTest::theBaseHandsValuesOn()
 {
     QCOMPARE(ValueTransformer().transformedValue(7), QVariant(7));
     QVERIFY(!ValueTransformer().transformedValue(QVariant()).isValid());
+}
+
+void ValueTransformerTest::theWayBackFindsNothing()
+{
+    QVERIFY(!ValueTransformer().reverseTransformedValue(7).isValid());
+    QVERIFY(!BytesToString().reverseTransformedValue(QStringLiteral("7 Bytes")).isValid());
 }
 
 QTEST_APPLESS_MAIN(ValueTransformerTest)

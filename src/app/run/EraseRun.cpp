@@ -3,6 +3,7 @@
 #include "app/run/FolderOrder.h"
 #include "app/run/RunTexts.h"
 #include "app/run/UniqueMerge.h"
+#include "platform/BackgroundQueue.h"
 
 #include <QHash>
 
@@ -12,7 +13,7 @@ EraseRun::EraseRun() : queueStatsObject_(QueueStatsObject::create())
 {
 }
 
-void EraseRun::addObjectsFromArray(QueueArray::Items objects)
+QueueArray::Items EraseRun::makeUniqueArray(QueueArray::Items objects)
 {
     QueueArray::Items added = UniqueMerge::makeUniqueArray(*queueArray_, std::move(objects));
     double bytes = 0;
@@ -21,17 +22,25 @@ void EraseRun::addObjectsFromArray(QueueArray::Items objects)
     QueueStatsObject &stats = *queueStatsObject_;
     stats.setTotalFilesRemaining(stats.totalFilesRemaining() + std::int64_t(added.size()));
     stats.setTotalBytes(stats.totalBytes() + bytes);
-    queueArray_->append(std::move(added));
+    return added;
 }
 
-void EraseRun::addFolderObjectsToQueueFromDict(const FolderMap &folders)
+void EraseRun::addObjectsFromArray(QueueArray::Items objects)
 {
-    mergeFolders(folderUrlsToDeleteDict_, folders);
+    queueArray_->append(makeUniqueArray(std::move(objects)));
+}
+
+void EraseRun::addFolderObjectsToQueueFromDict(FolderMap folders)
+{
+    if (folderUrlsToDeleteDict_.empty())
+        folderUrlsToDeleteDict_ = std::move(folders);
+    else
+        mergeFolders(folderUrlsToDeleteDict_, folders);
 }
 
 void EraseRun::begin(std::int64_t now)
 {
-    failedFiles_.clear();
+    forgetFailures();
     queueStatsObject_->setStartTimeStamp(now);
 }
 
@@ -41,11 +50,17 @@ void EraseRun::addFailure(std::shared_ptr<QueueObject> object)
     failedFiles_.push_back({std::move(object), path, false});
 }
 
+bool EraseRun::hasFilesRemovedWithFolder() const
+{
+    return std::any_of(failedFiles_.begin(), failedFiles_.end(),
+                       [](const FailedFile &failed) { return failed.removedWithFolder; });
+}
+
 double EraseRun::updateBPSValue()
 {
     QueueStatsObject &stats = *queueStatsObject_;
     const double remaining = stats.totalBytes() - stats.bytesWritten();
-    const double bps = throughput_.calculateBps(remaining);
+    const double bps = calculateBps(remaining);
     stats.setTotalBytesRemaining(std::max(remaining, 0.0));
     // No guard against 0: an infinite or undefined time has its own words.
     stats.setTimeRemaining(stats.totalBytesRemaining() / bps);
@@ -92,7 +107,9 @@ void EraseRun::noteRemovedWithFolder(const std::vector<QByteArray> &paths)
 
 void EraseRun::resetWipeValues()
 {
-    queueArray_->clear();
+    // A million items take their time to go.
+    BackgroundQueue::submit(
+        [items = std::make_shared<QueueArray::Items>(queueArray_->takeAll())] { items->clear(); });
     throughput_.reset();
     QueueStatsObject &stats = *queueStatsObject_;
     stats.setTotalBytes(0);

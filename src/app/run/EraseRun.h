@@ -42,24 +42,31 @@ class EraseRun
         return folderUrlsToDeleteDict_;
     }
     [[nodiscard]] const std::vector<FailedFile> &failedFiles() const { return failedFiles_; }
+    [[nodiscard]] bool hasFilesRemovedWithFolder() const;
     [[nodiscard]] const Throughput &throughput() const { return throughput_; }
 
-    /// Appends what is not queued yet and adds it to the files and bytes to do.
+    /// What is not queued yet, which is added to the files and bytes to do; the queue stays as it
+    /// is.
+    QueueArray::Items makeUniqueArray(QueueArray::Items objects);
+    /// Appends makeUniqueArray() to the queue.
     void addObjectsFromArray(QueueArray::Items objects);
-    void addFolderObjectsToQueueFromDict(const FolderMap &folders);
+    void addFolderObjectsToQueueFromDict(FolderMap folders);
 
+    void forgetFailures() { failedFiles_.clear(); }
     /// Forgets the failures of the run before and stamps the start.
     void begin(std::int64_t now);
     void addFailure(std::shared_ptr<QueueObject> object);
     /// To be called once a second; answers the bytes per second.
     double updateBPSValue();
+    double calculateBps(double bytesRemaining) { return throughput_.calculateBps(bytesRemaining); }
     void updateProgressBar();
 
     void makeResultStrings(std::int64_t now);
     /// Removes the folders that have become empty and forgets them all; notes which files went with
     /// them without having been overwritten.
     FolderSweep deleteFolders();
-    /// Back to nothing, but for the result strings and the failed files.
+    /// Back to nothing, but for the result strings and the failed files. The items that were in the
+    /// queue are destroyed on a background thread.
     void resetWipeValues();
 
   private:

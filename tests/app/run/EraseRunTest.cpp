@@ -1,5 +1,6 @@
 #include "app/run/EraseRun.h"
 
+#include "app/run/Gate.h"
 #include "app/run/Items.h"
 #include "engine/WipeController.h"
 #include "kit/Scratch.h"
@@ -75,37 +76,6 @@ class Conductor final : public FolderScannerControllerDelegate,
     int runs = 0;
 };
 
-/// Both ends of what the first file of a run waits for.
-class Gate final : public ForwardingSystemCalls
-{
-  public:
-    explicit Gate(QByteArray name) : name_(std::move(name)) {}
-    ~Gate() override { open(); }
-    Gate(const Gate &) = delete;
-    Gate &operator=(const Gate &) = delete;
-
-    using ForwardingSystemCalls::open;
-    int unlink(int folder, const char *name) override
-    {
-        if (name_ == name && !isReached_.exchange(true))
-            mayGoOn_.acquire();
-        return ForwardingSystemCalls::unlink(folder, name);
-    }
-
-    [[nodiscard]] bool isReached() const { return isReached_; }
-    void open()
-    {
-        if (!std::exchange(isOpen_, true))
-            mayGoOn_.release();
-    }
-
-  private:
-    QByteArray name_;
-    std::atomic<bool> isReached_ = false;
-    std::binary_semaphore mayGoOn_{0};
-    bool isOpen_ = false;
-};
-
 QStringList strings(const EraseRun &run)
 {
     const QueueStatsObject &stats = *run.queueStatsObject();
@@ -148,6 +118,8 @@ class EraseRunTest : public QObject
     void ofADroppedLinkToAFolderOnlyTheLinkGoes();
 
     void afterARunQueueCountersAndFoldersAreEmptyAndTheStringsStay();
+    void theItemsOfAFinishedRunAreDestroyed();
+    void whatWentWithAFolderIsKnownOfTheRun();
     void aWholeRunErasesCountsAndRemoves();
     void itemsAddedDuringARunGrowItsTotalsAndAreErased();
     void aSecondRunStartsFromZero();
@@ -514,6 +486,35 @@ void EraseRunTest::afterARunQueueCountersAndFoldersAreEmptyAndTheStringsStay()
     // Changes of the total that were still on their way change nothing any more.
     QCoreApplication::processEvents();
     QCOMPARE(stats.maxValue(), 0.0);
+}
+
+void EraseRunTest::theItemsOfAFinishedRunAreDestroyed()
+{
+    EraseRun run;
+    QueueArray::Item item = Items::at("/a");
+    const std::weak_ptr<QueueObject> weak = item;
+    QueueArray::Items items;
+    items.push_back(std::move(item));
+    run.addObjectsFromArray(std::move(items));
+    run.resetWipeValues();
+    QVERIFY(run.queueArray()->isEmpty());
+    QTRY_VERIFY(weak.expired());
+}
+
+void EraseRunTest::whatWentWithAFolderIsKnownOfTheRun()
+{
+    const Scratch scratch;
+    FolderMap folders;
+    folders[scratch.folder("top")].givenLength = std::int32_t(scratch.path().size());
+    QVERIFY(!scratch.file("top/.hidden", "x").isEmpty());
+    EraseRun run;
+    run.addFailure(Items::at("/a"));
+    QVERIFY(!run.hasFilesRemovedWithFolder());
+    run.addFolderObjectsToQueueFromDict(folders);
+    run.deleteFolders();
+    QVERIFY(run.hasFilesRemovedWithFolder());
+    run.forgetFailures();
+    QVERIFY(!run.hasFilesRemovedWithFolder());
 }
 
 void EraseRunTest::aWholeRunErasesCountsAndRemoves()

@@ -1,0 +1,3 @@
+vantorel_test(support/view/ErrorLogModelTest GUI LINKS vantorel_support_view)
+vantorel_test(support/view/ErrorLogWindowTest GUI LINKS vantorel_support_view)
+vantorel_test(support/view/TableViewErrorLogTest GUI LINKS vantorel_support_view)

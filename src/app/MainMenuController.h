@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+
+class MainMenu;
+class MainVC;
+struct MainOutlets;
+
+/// What the entries of the application's menu do, and when they can be chosen. While the menu is
+/// closed all of them are enabled, so that their shortcuts are asked at the moment they are
+/// pressed.
+///
+/// Thread:       main
+/// Holds weakly: the menu, the workflow and what the layout made; all outlive it
+class MainMenuController : public QObject
+{
+    Q_OBJECT
+
+  public:
+    MainMenuController(MainMenu *menu, std::shared_ptr<MainVC> workflow, const MainOutlets &outlets,
+                       QObject *parent);
+
+  private:
+    void connectFile(const MainOutlets &outlets);
+    void connectWindow(const MainOutlets &outlets);
+    void showWhatCanBeChosen();
+    void enableAll();
+    void quit();
+    [[nodiscard]] bool canAdd() const;
+    [[nodiscard]] bool canStart() const;
+
+    MainMenu *menu_;
+    std::shared_ptr<MainVC> workflow_;
+    const MainOutlets &outlets_;
+};

@@ -1,0 +1,130 @@
+#include "app/PreferencesPresenter.h"
+
+#include "platform/UserDefaults.h"
+#include "ui/ColorThemeClass.h"
+#include "ui/IsDarkColorTheme.h"
+#include "ui/IsLightColorTheme.h"
+#include "ui/IsSystemColorTheme.h"
+#include "ui/MethodSelector.h"
+#include "ui/PathField.h"
+#include "ui/PreferencesView.h"
+#include "ui/SegmentedControl.h"
+#include "ui/SwitchButton.h"
+#include "ui/ThemeKeys.h"
+
+#include <QDesktopServices>
+#include <QFileDialog>
+#include <QUrl>
+
+namespace {
+
+const QString methodKey = QStringLiteral("WipeMethod");
+const QString logPathKey = QStringLiteral("logFilePath");
+
+/// The segment of the stored theme; none for a value that is no theme.
+int shownTheme()
+{
+    if (IsLightColorTheme().transformedValue({}).toBool())
+        return ColorThemeClass::ColorThemeLight;
+    if (IsDarkColorTheme().transformedValue({}).toBool())
+        return ColorThemeClass::ColorThemeDark;
+    if (IsSystemColorTheme().transformedValue({}).toBool())
+        return ColorThemeClass::ColorThemeSystem;
+    return -1;
+}
+
+} // namespace
+
+PreferencesPresenter::PreferencesPresenter(PreferencesView *view, Actions actions, QObject *parent)
+    : QObject(parent), view_(view), actions_(std::move(actions))
+{
+    const UserDefaults &defaults = UserDefaults::standard();
+    bindMethodSelector(view_->methodSelector());
+    bindTheme();
+    bindSwitch(view_->skipLinkTargets(), QStringLiteral("skipLinkTargets"));
+    bindSwitch(view_->autoExit(), QStringLiteral("AutoExit"));
+    bindSwitch(view_->checkForUpdates(), QStringLiteral("checkForUpdates"));
+    bindSwitch(view_->betaReleases(), QStringLiteral("checkForBetaReleases"));
+    bindSwitch(view_->alphaReleases(), QStringLiteral("checkForAlphaReleases"));
+    bindLogPath();
+    connect(view_, &PreferencesView::contactClicked, this, [] {
+        QDesktopServices::openUrl(
+            QUrl(UserDefaults::standard().text(QStringLiteral("htmlLinkContactus"))));
+    });
+    view_->setVersionText(tr("Version %1 (build %2)")
+                              .arg(defaults.text(QStringLiteral("AppVersionNr")),
+                                   defaults.text(QStringLiteral("AppBuildNr"))));
+}
+
+void PreferencesPresenter::bindMethodSelector(MethodSelector *selector)
+{
+    selector->setMethods(methods_.wipeDescriptions());
+    connect(selector, &MethodSelector::methodChosen, this, [this](std::int64_t method) {
+        UserDefaults::standard().setValue(methodKey, qlonglong(method));
+        actions_.wipeSelectorClicked();
+    });
+    whenChanged(methodKey, [selector] {
+        selector->setCurrentMethod(UserDefaults::standard().integer(methodKey));
+    });
+}
+
+void PreferencesPresenter::bindSwitch(SwitchButton *button, const QString &key)
+{
+    connect(button, &SwitchButton::toggled, this,
+            [key](bool isOn) { UserDefaults::standard().setValue(key, isOn); });
+    whenChanged(key, [button, key] { button->setChecked(UserDefaults::standard().boolean(key)); });
+}
+
+void PreferencesPresenter::bindTheme()
+{
+    connect(view_->themeSegments(), &SegmentedControl::chosen, this, [this](int theme) {
+        actions_.appearanceSettingChanged(theme);
+        showTheme();
+    });
+    whenChanged(ThemeKeys::theme, [this] { showTheme(); });
+    whenChanged(ThemeKeys::isThemeEnabled, [this] {
+        view_->setThemeEnabled(UserDefaults::standard().boolean(ThemeKeys::isThemeEnabled));
+    });
+}
+
+void PreferencesPresenter::showTheme()
+{
+    const int theme = shownTheme();
+    view_->themeSegments()->setCurrentIndex(theme);
+    view_->setThemeRemark(theme == ColorThemeClass::ColorThemeSystem
+                              ? tr("light now, dark from the next start")
+                              : QString());
+}
+
+void PreferencesPresenter::bindLogPath()
+{
+    connect(view_, &PreferencesView::logPathTaken, this,
+            [](const QString &path) { UserDefaults::standard().setValue(logPathKey, path); });
+    connect(view_, &PreferencesView::chooseLogClicked, this, [this] { chooseLogPath(); });
+    whenChanged(logPathKey,
+                [this] { view_->pathField()->setText(UserDefaults::standard().text(logPathKey)); });
+}
+
+void PreferencesPresenter::chooseLogPath()
+{
+    auto *panel = new QFileDialog(view_->window(), tr("Choose a log file"));
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->setOption(QFileDialog::DontUseNativeDialog);
+    panel->setOption(QFileDialog::DontConfirmOverwrite);
+    panel->setAcceptMode(QFileDialog::AcceptSave);
+    panel->selectFile(UserDefaults::standard().text(logPathKey));
+    connect(panel, &QFileDialog::fileSelected, this,
+            [](const QString &path) { UserDefaults::standard().setValue(logPathKey, path); });
+    panel->open();
+}
+
+/// Shows the value now and whenever it changes.
+void PreferencesPresenter::whenChanged(const QString &key, std::function<void()> show)
+{
+    show();
+    connect(&UserDefaults::standard(), &UserDefaults::valueChanged, this,
+            [key, show = std::move(show)](const QString &changed) {
+                if (changed == key)
+                    show();
+            });
+}

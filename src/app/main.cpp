@@ -1,0 +1,116 @@
+#include "app/AppDelegate.h"
+#include "app/Heartbeat.h"
+#include "app/MainInterface.h"
+#include "app/WindowOptions.h"
+#include "platform/Compositor.h"
+#include "platform/DesktopSettings.h"
+#include "platform/NotificationHub.h"
+#include "platform/PathBytes.h"
+#include "platform/StandardStreams.h"
+#include "platform/UserDefaults.h"
+#include "platform/WorkingFolder.h"
+#include "ui/ApplicationIcon.h"
+#include "ui/VantorelStyle.h"
+
+#include <QApplication>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace {
+
+enum ExitCode : int { Ended = 0, NoSupportFolder = 1, WrongUsage = 2 };
+
+const char usage[] =
+    "Usage: vantorel [OPTION]... [--] [PATH]...\n"
+    "\n"
+    "Opens the window and lists the files and folders given. Nothing is erased until\n"
+    "Start is pressed there.\n"
+    "\n"
+    "  -h, --help              this text\n"
+    "      --version           the version\n"
+    "      --heartbeat FILE    at the end, write to FILE how late the event loop was\n";
+
+void say(StandardStreams::Stream stream, const QString &text)
+{
+    StandardStreams::write(stream, text.toLocal8Bit());
+}
+
+/// What ends the program before there is a window; nothing if it is to go on.
+std::optional<int> answerWithoutWindow(const WindowOptions &options)
+{
+    if (!options.error.isEmpty()) {
+        say(StandardStreams::Error,
+            QStringLiteral("vantorel: %1\nTry \"vantorel --help\".\n").arg(options.error));
+        return WrongUsage;
+    }
+    if (options.wantsHelp || options.wantsVersion) {
+        StandardStreams::write(StandardStreams::Output,
+                               options.wantsHelp ? usage : "vantorel " VANTOREL_VERSION "\n");
+        return Ended;
+    }
+    return std::nullopt;
+}
+
+std::vector<QByteArray> absolutePaths(const std::vector<QByteArray> &paths)
+{
+    const QByteArray startFolder = WorkingFolder::path();
+    std::vector<QByteArray> absolute;
+    for (const QByteArray &path : paths)
+        absolute.push_back(PathBytes::absolute(path, startFolder));
+    return absolute;
+}
+
+/// The desktop is asked early: its answers come while the window is made.
+void wearStyle()
+{
+    VantorelStyle::setTransparentWindows(Compositor::isRunning(QGuiApplication::platformName()));
+    QApplication::setStyle(new VantorelStyle);
+    const DesktopSettings &desktop = DesktopSettings::shared();
+    QObject::connect(&desktop, &DesktopSettings::changed, qApp,
+                     [&desktop] { VantorelStyle::setHighContrast(desktop.prefersHighContrast()); });
+}
+
+int runWindow(const WindowOptions &options)
+{
+    QByteArray supportPath;
+    if (!AppDelegate::initialize(&supportPath)) {
+        say(StandardStreams::Error,
+            QStringLiteral("vantorel: No access to: %1\n").arg(PathBytes::printable(supportPath)));
+        return NoSupportFolder;
+    }
+    wearStyle();
+    QApplication::setWindowIcon(ApplicationIcon::icon());
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    std::optional<Heartbeat> heartbeat;
+    if (!options.heartbeatPath.isNull())
+        heartbeat.emplace(options.heartbeatPath);
+    const auto delegate = AppDelegate::create();
+    MainInterface interface(*delegate);
+    delegate->applicationDidFinishLaunching();
+    if (!options.paths.empty())
+        delegate->openFiles(absolutePaths(options.paths));
+    const int exitCode = QApplication::exec();
+    NotificationHub::shared().post(NotificationName::applicationWillTerminate);
+    UserDefaults::standard().synchronize();
+    return exitCode;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    StandardStreams::secure();
+    const WindowOptions options = WindowOptions::parse({argv + 1, argv + argc});
+    if (const std::optional<int> exitCode = answerWithoutWindow(options))
+        return *exitCode;
+    // A file may have any name, so Qt gets to see none of the arguments.
+    argc = 1;
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Vantorel"));
+    QApplication::setApplicationVersion(QStringLiteral(VANTOREL_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("org.vantorel.Vantorel"));
+    return runWindow(options);
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/FileUrl.h"
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+/// The desktop's file manager (File Manager D-Bus Interface, org.freedesktop.FileManager1).
+///
+/// Thread:  main
+/// Blocks:  never
+/// Failure: where no file manager answers, the folder is opened by xdg-open(1); `failed` hears why
+///          when that fails, too
+namespace FileManager {
+
+/// Who is asked, how long it may take, and what opens a folder instead.
+struct Service
+{
+    QString connection; ///< the session bus where no name is given
+    int milliseconds = 5000;
+    QString opener = QStringLiteral("xdg-open");
+};
+
+/// Shows the files in their folder, selected.
+void showItems(const std::vector<FileUrl> &urls, std::function<void(const QString &)> failed,
+               const Service &service = {});
+
+} // namespace FileManager

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QWidget>
+
+class TextLabel;
+
+/// The callout under the header's add button, with an arrow that points to it. Like the header, it
+/// keeps its height at every font size.
+///
+/// Thread: main
+class AddCallout : public QWidget
+{
+    Q_OBJECT
+
+  public:
+    /// It comes out by as much.
+    static constexpr int slideHeight = 30;
+
+    explicit AddCallout(QWidget *parent);
+
+    [[nodiscard]] QWidget *arrowHead() const { return arrowHead_; }
+
+  Q_SIGNALS:
+    void clicked();
+
+  protected:
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+
+  private:
+    QWidget *arrowHead_;
+};

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QAbstractButton>
+
+/// What the window's drawn buttons have in common: they follow the pointer, are pressed by Return
+/// as well as by Space, and say how the focus ring lies about them.
+///
+/// Thread: main
+class ControlButton : public QAbstractButton
+{
+    Q_OBJECT
+
+  public:
+    explicit ControlButton(QWidget *parent = nullptr);
+
+  protected:
+    /// The pointer is over the button, or the button is down.
+    [[nodiscard]] bool isHovered() const;
+    void keyPressEvent(QKeyEvent *event) override;
+};

@@ -1,0 +1,42 @@
+#include "ui/PathField.h"
+
+#include "ui/ControlPaint.h"
+#include "ui/FocusRing.h"
+#include "ui/Typography.h"
+
+#include <QPainter>
+
+namespace {
+
+/// A line edit keeps two more by itself.
+constexpr int textMargin = 8;
+/// Lifts the text to the height of the buttons' beside it.
+constexpr int textLift = 2;
+
+} // namespace
+
+PathField::PathField(QWidget *parent) : QLineEdit(parent)
+{
+    setFrame(false);
+    setTextMargins(textMargin, 0, textMargin, textLift);
+    setFont(Typography::font(TextStyle::Body));
+    QPalette clear;
+    clear.setBrush(QPalette::Base, Qt::transparent);
+    setPalette(clear);
+    FocusRing::setRadius(this, ControlPaint::radius);
+}
+
+QSize PathField::sizeHint() const
+{
+    return {Typography::scaled(368), Typography::scaled(28)};
+}
+
+void PathField::paintEvent(QPaintEvent *event)
+{
+    {
+        QPainter painter(this);
+        const QColor ground = isEnabled() ? DesignColors::color(ColorRole::Surface) : QColor();
+        ControlPaint::box(painter, rect(), ground, DesignColors::color(ColorRole::EdgeField));
+    }
+    QLineEdit::paintEvent(event);
+}

@@ -1,0 +1,213 @@
+#include "ui/ScanningSheet.h"
+
+#include "platform/DesktopSettings.h"
+#include "ui/DesignColors.h"
+#include "ui/FocusRing.h"
+#include "ui/PlainButton.h"
+#include "ui/RunningBar.h"
+#include "ui/TextLabel.h"
+#include "ui/Typography.h"
+#include "ui/VTLView.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace {
+
+constexpr int milliseconds = 150;
+constexpr double radius = 8;
+
+QSize sheetSize()
+{
+    return {Typography::scaled(400), Typography::scaled(168)};
+}
+
+/// The ground of "DefaultAlertView", its lower corners rounded.
+class SheetGround : public VTLView
+{
+  public:
+    explicit SheetGround(QWidget *parent) : VTLView(QStringLiteral("DefaultAlertView"), parent) {}
+
+  protected:
+    void drawRect(QPainter &painter, const QRect &) override
+    {
+        const std::optional<QColor> ground = colorCache().color(QLatin1String("bgcolor"));
+        if (!ground)
+            return;
+        QPainterPath path;
+        path.addRoundedRect(QRectF(rect()).adjusted(0, -radius, 0, 0), radius, radius);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.fillPath(path, *ground);
+    }
+};
+
+} // namespace
+
+ScanningSheet::ScanningSheet(QWidget *parent)
+    : QWidget(parent), sheet_(new SheetGround(this)), shadow_({14, 8, 0.2, 0.5}),
+      prefersReducedMotion_([] { return DesktopSettings::shared().prefersReducedMotion(); })
+{
+    makeSheet();
+    animation_.setStartValue(0.0);
+    animation_.setEndValue(1.0);
+    animation_.setDuration(milliseconds);
+    animation_.setEasingCurve(QEasingCurve::OutQuad);
+    connect(&animation_, &QVariantAnimation::valueChanged, this,
+            [this](const QVariant &progress) { place(progress.toDouble()); });
+    connect(&animation_, &QVariantAnimation::finished, this, &ScanningSheet::end);
+    connect(stop_, &QAbstractButton::clicked, this, &ScanningSheet::stopClicked);
+    hide();
+}
+
+void ScanningSheet::makeSheet()
+{
+    sheet_->resize(sheetSize());
+    auto *title = makeLabel(24, 20, 352, new TextLabel(TextStyle::DialogTitle, ColorRole::Text));
+    title->setText(tr("Looking through your folders"));
+    makeLabel(24, 50, 168, new TextLabel(TextStyle::Small, ColorRole::TextSecondary))
+        ->setText(tr("Files found"));
+    makeLabel(200, 50, 176, new TextLabel(TextStyle::Small, ColorRole::TextSecondary))
+        ->setText(tr("Size"));
+    files_ = makeLabel(24, 64, 168, new TextLabel(TextStyle::Heading, ColorRole::Text));
+    files_->setAccessibleName(tr("Found files"));
+    bytes_ = makeLabel(200, 64, 176, new TextLabel(TextStyle::Heading, ColorRole::Text));
+    auto *bar = new RunningBar(sheet_);
+    bar->setGeometry(Typography::scaled(24), Typography::scaled(100), Typography::scaled(352),
+                     Typography::scaled(4));
+    makeLabel(24, 128, 248, new TextLabel(TextStyle::Small, ColorRole::TextSecondary))
+        ->setText(tr("Stopping keeps what was found."));
+    stop_ = new PlainButton(tr("Stop"), sheet_);
+    stop_->setAccessibleName(tr("Stop"));
+    stop_->setGeometry(Typography::scaled(280), Typography::scaled(120), Typography::scaled(96),
+                       Typography::scaled(32));
+}
+
+TextLabel *ScanningSheet::makeLabel(int x, int y, int width, TextLabel *label)
+{
+    label->setParent(sheet_);
+    label->setGeometry(Typography::scaled(x), Typography::scaled(y), Typography::scaled(width),
+                       Typography::lineHeight(label->style()));
+    return label;
+}
+
+void ScanningSheet::setFound(const QString &files, const QString &bytes)
+{
+    files_->setText(files);
+    bytes_->setText(bytes);
+}
+
+void ScanningSheet::setPrefersReducedMotion(std::function<bool()> predicate)
+{
+    prefersReducedMotion_ = std::move(predicate);
+}
+
+void ScanningSheet::open()
+{
+    if (isOpen_)
+        return;
+    isOpen_ = true;
+    if (!isShown_)
+        focusBefore_ = window()->focusWidget();
+    isShown_ = true;
+    show();
+    takeFocus();
+    slide(true);
+    Q_EMIT opened();
+}
+
+void ScanningSheet::close()
+{
+    if (!isOpen_)
+        return;
+    isOpen_ = false;
+    slide(false);
+}
+
+void ScanningSheet::slide(bool in)
+{
+    animation_.setDirection(in ? QVariantAnimation::Forward : QVariantAnimation::Backward);
+    if (!prefersReducedMotion_()) {
+        if (animation_.state() != QVariantAnimation::Running)
+            animation_.start();
+        return;
+    }
+    animation_.stop();
+    place(in ? 1 : 0);
+    QMetaObject::invokeMethod(this, &ScanningSheet::end, Qt::QueuedConnection);
+}
+
+void ScanningSheet::place(double progress)
+{
+    progress_ = progress;
+    sheet_->setGeometry(sheetRect(width(), sheetSize(), progress));
+    update();
+}
+
+/// The way in or out is done, if it was not turned round since.
+void ScanningSheet::end()
+{
+    if (isOpen_ || !isShown_)
+        return;
+    isShown_ = false;
+    giveFocusBack();
+    hide();
+    Q_EMIT closed();
+}
+
+void ScanningSheet::takeFocus()
+{
+    FocusRing::install(window())->setAlwaysShown(true);
+    stop_->setFocus(Qt::OtherFocusReason);
+}
+
+void ScanningSheet::giveFocusBack()
+{
+    FocusRing::install(window())->setAlwaysShown(false);
+    if (focusBefore_ && focusBefore_->isVisible())
+        focusBefore_->setFocus(Qt::OtherFocusReason);
+    else if (QWidget *focused = window()->focusWidget())
+        focused->clearFocus();
+}
+
+QRect ScanningSheet::sheetRect(int width, const QSize &sheet, double progress)
+{
+    return {QPoint((width - sheet.width()) / 2, qRound(sheet.height() * (progress - 1))), sheet};
+}
+
+bool ScanningSheet::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+        event->accept();
+        return true;
+    default:
+        return QWidget::event(event);
+    }
+}
+
+void ScanningSheet::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape && isOpen_)
+        stop_->click();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void ScanningSheet::resizeEvent(QResizeEvent *)
+{
+    place(progress_);
+}
+
+void ScanningSheet::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setOpacity(progress_);
+    painter.fillRect(rect(), DesignColors::color(ColorRole::Scrim));
+    shadow_.paint(painter, sheet_->geometry());
+}

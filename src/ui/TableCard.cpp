@@ -1,0 +1,40 @@
+#include "ui/TableCard.h"
+
+#include "ui/DesignColors.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <cmath>
+
+namespace {
+
+/// A line of 1 that fills whole pixels of the device.
+double lineWidth(const QPainter &painter)
+{
+    const double ratio = painter.device()->devicePixelRatioF();
+    return std::fmax(1, std::round(ratio)) / ratio;
+}
+
+} // namespace
+
+void TableCard::clip(QPainter &painter, const QSizeF &size)
+{
+    QPainterPath outline;
+    outline.addRoundedRect(QRectF(QPointF(0, 0), size), radius, radius);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipPath(outline);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+}
+
+void TableCard::paintEdge(QPainter &painter, const QSizeF &size)
+{
+    const double width = lineWidth(painter);
+    const double inset = width / 2;
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(DesignColors::color(ColorRole::Edge), width));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(QPointF(0, 0), size).adjusted(inset, inset, -inset, -inset),
+                            radius - inset, radius - inset);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+}

@@ -1,0 +1,104 @@
+#include "ui/Card.h"
+
+#include "PaintedWidget.h"
+#include "ThemedPreferences.h"
+#include "ui/DesignColors.h"
+#include "ui/PathField.h"
+
+#include <QTest>
+
+#include <memory>
+
+namespace {
+
+constexpr QColor ground(0x80, 0x90, 0xA0);
+
+} // namespace
+
+/// The card and the field that stands on it.
+class CardTest : public QObject
+{
+    Q_OBJECT
+
+  private:
+    std::unique_ptr<ThemedPreferences> preferences_;
+
+    static void addThemes()
+    {
+        QTest::addColumn<bool>("isDark");
+        QTest::newRow("light") << false;
+        QTest::newRow("dark") << true;
+    }
+
+  private Q_SLOTS:
+    void initTestCase()
+    {
+        preferences_ = std::make_unique<ThemedPreferences>();
+        PaintedWidget::useFontOf(13);
+    }
+    void cleanupTestCase() { preferences_.reset(); }
+
+    void aCardHasSurfaceEdgeAndRoundCorners_data() { addThemes(); }
+    void aCardHasSurfaceEdgeAndRoundCorners()
+    {
+        QFETCH(bool, isDark);
+        preferences_->setDark(isDark);
+        Card card;
+        card.resize(100, 60);
+
+        const QImage image = PaintedWidget::of(card, ground);
+
+        const QColor surface = DesignColors::color(ColorRole::Surface, isDark);
+        const QColor edge =
+            PaintedWidget::over(DesignColors::color(ColorRole::Edge, isDark), surface);
+        COMPARE_COLOR(image.pixelColor(50, 30), surface);
+        COMPARE_COLOR(image.pixelColor(50, 0), edge);
+        COMPARE_COLOR(image.pixelColor(99, 30), edge);
+        COMPARE_COLOR(image.pixelColor(0, 0), ground);
+        COMPARE_COLOR(image.pixelColor(1, 0), ground);
+        COMPARE_COLOR(image.pixelColor(0, 1), ground);
+    }
+
+    void highContrastMakesItsEdgeStrong()
+    {
+        preferences_->setDark(false);
+        Card card;
+        card.resize(100, 60);
+        DesignColors::setHighContrast(true);
+        const QImage image = PaintedWidget::of(card, ground);
+        DesignColors::setHighContrast(false);
+
+        COMPARE_COLOR(image.pixelColor(50, 0),
+                      DesignColors::color(ColorRole::TextSecondary, false));
+    }
+
+    void aFieldHasItsOwnEdgeAndTheCardsGround_data() { addThemes(); }
+    void aFieldHasItsOwnEdgeAndTheCardsGround()
+    {
+        QFETCH(bool, isDark);
+        preferences_->setDark(isDark);
+        PathField field;
+        field.resize(368, 28);
+
+        const QImage image = PaintedWidget::of(field, ground);
+
+        const QColor surface = DesignColors::color(ColorRole::Surface, isDark);
+        COMPARE_COLOR(image.pixelColor(200, 14), surface);
+        COMPARE_COLOR(
+            image.pixelColor(200, 0),
+            PaintedWidget::over(DesignColors::color(ColorRole::EdgeField, isDark), surface));
+        COMPARE_COLOR(image.pixelColor(0, 0), ground);
+    }
+
+    void aDisabledFieldHasNoGround()
+    {
+        PathField field;
+        field.resize(368, 28);
+        field.setEnabled(false);
+
+        COMPARE_COLOR(PaintedWidget::of(field, ground).pixelColor(200, 14), ground);
+    }
+};
+
+QTEST_MAIN(CardTest)
+#include "CardTest.moc"
