@@ -13,7 +13,7 @@ build_needs=(
     "ninja-build ninja"   # the presets' generator
     "g++ g++"             # C++20, with the sanitizers' libraries
     "qt6-base-dev qmake6" # Qt Core, Gui, Widgets, D-Bus; Qt Test for the tests
-    "libqt6svg6-dev qmake6" # the drawings
+    "qt6-svg-dev qmake6"  # the drawings
     "libxcb1-dev xcb-proto" # whether a compositing manager runs
     "fonts-inter fc-list" # the window's look where the desktop brings no font of its own
     "qt6-qpa-plugins qmake6" # Qt on X11

@@ -349,7 +349,7 @@ void MainVC::updateWipeMethod()
 void MainVC::updateWipeDescription(std::int64_t method)
 {
     const auto &descriptions = wipeDescriptionController_->wipeDescriptions();
-    const bool isKnown = method >= 0 && std::uint64_t(method) < descriptions.size();
+    const bool isKnown = std::uint64_t(method) < descriptions.size();
     wipeDescription_ = isKnown ? descriptions[std::size_t(method)] : WipeDescriptionObject();
 }
 

@@ -43,8 +43,8 @@ void FileManager::showItems(const std::vector<FileUrl> &urls,
             failed(bus.lastError().message());
         return;
     }
-    auto *watcher = new QDBusPendingCallWatcher(
-        bus.asyncCall(showItemsCall(urls), service.milliseconds));
+    auto *watcher =
+        new QDBusPendingCallWatcher(bus.asyncCall(showItemsCall(urls), service.milliseconds));
     QObject::connect(
         watcher, &QDBusPendingCallWatcher::finished, watcher,
         [watcher, url = urls.front(), opener = service.opener, failed = std::move(failed)] {

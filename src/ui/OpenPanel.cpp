@@ -110,6 +110,7 @@ void OpenPanel::makeList()
     list_->header()->setSectionResizeMode(OpenPanelModel::Name, QHeaderView::Stretch);
     list_->header()->setSectionResizeMode(OpenPanelModel::Size, QHeaderView::Fixed);
     list_->header()->resizeSection(OpenPanelModel::Size, Typography::scaled(sizeWidth));
+    list_->installEventFilter(this);
     FocusRing::setInside(list_);
 }
 
@@ -233,6 +234,9 @@ void OpenPanel::showFolder(FolderListing::Result result)
     list_->setCurrentIndex(model_->index(std::max(row, 0), OpenPanelModel::Name));
     if (row < 0)
         list_->clearSelection();
+    // Who typed a folder chooses in it next.
+    if (focusWidget() == pathField_)
+        list_->setFocus(Qt::OtherFocusReason);
     if (result.error != 0)
         showError(result.error);
 }
@@ -322,4 +326,17 @@ void OpenPanel::keyPressEvent(QKeyEvent *event)
     } else if (!isReturn) {
         QDialog::keyPressEvent(event);
     }
+}
+
+/// A path that is typed over the list goes to the field.
+bool OpenPanel::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != list_ || event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(watched, event);
+    const QString text = static_cast<QKeyEvent *>(event)->text();
+    if (text != QLatin1String("/") && text != QLatin1String("~"))
+        return false;
+    pathField_->setFocus(Qt::ShortcutFocusReason);
+    pathField_->setText(text);
+    return true;
 }

@@ -62,6 +62,7 @@ class OpenPanel : public QDialog
 
   protected:
     void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
   private:
     void makeLayout();

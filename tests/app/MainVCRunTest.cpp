@@ -1,6 +1,7 @@
 #include "app/Stage.h"
 
 #include "app/run/Gate.h"
+#include "platform/ScriptedSystemCalls.h"
 #include "ui/ButtonRed.h"
 #include "ui/CautionBand.h"
 #include "ui/Figure.h"
@@ -9,7 +10,9 @@
 #include "ui/QueueTableModel.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
+#include <semaphore>
 
 using V = MainView;
 
@@ -199,9 +202,20 @@ void MainVCRunTest::stoppingAScanQueuesWhatWasFound()
 {
     const Scratch scratch;
     const QByteArray file = scratch.file("a", 1);
+    const QByteArray later = scratch.file("later", 1);
+    std::atomic<bool> isReached = false;
+    std::binary_semaphore mayGoOn(0);
+    ScriptedSystemCalls calls;
+    calls.beforeStatusAt = [&](const QByteArray &path) {
+        if (path == file && !isReached.exchange(true))
+            mayGoOn.acquire();
+    };
+    const SystemCalls::Replacement replacement(calls);
     Stage stage;
-    Stage::drop({file, scratch.folder("later")});
+    Stage::drop({file, later});
+    QTRY_VERIFY(isReached);
     stage.vc->btnStopScanningClicked();
+    mayGoOn.release();
     QVERIFY(!stage.outlets.btnStopScanning->isEnabled());
     QVERIFY(!stage.window.windowScanningFiles()->isOpen());
     QTRY_COMPARE(stage.vc->currentView(), V::Ready);

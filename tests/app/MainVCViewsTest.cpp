@@ -10,6 +10,8 @@
 #include "ui/QueueTable.h"
 #include "ui/ThemeKeys.h"
 
+#include <QPropertyAnimation>
+
 using Subtype = PushTransition::Subtype;
 using V = MainView;
 
@@ -343,10 +345,10 @@ void MainVCViewsTest::twoTimersMoveTheCalloutOnce()
     stage.vc->showViewDragDrop();
     QCOMPARE(stage.scheduled.size(), std::size_t(2));
     const QPoint place = stage.outlets.viewBtnInfo->pos();
-    for (const Stage::Scheduled &scheduled : stage.scheduled)
-        scheduled.call();
+    stage.scheduled[0].call();
     QTRY_COMPARE(stage.outlets.viewBtnInfo->pos(), place + QPoint(0, 30));
-    QTest::qWait(250);
+    stage.scheduled[1].call();
+    QTRY_VERIFY(stage.outlets.viewBtnInfo->findChildren<QPropertyAnimation *>().isEmpty());
     QCOMPARE(stage.outlets.viewBtnInfo->pos(), place + QPoint(0, 30));
 }
 
@@ -377,7 +379,7 @@ void MainVCViewsTest::theCalloutSlides()
     QTRY_VERIFY(stage.outlets.viewBtnInfo->y() > top);
     goTo(stage, V::Finished);
     goTo(stage, V::Drop);
-    QTest::qWait(250);
+    QTRY_VERIFY(stage.outlets.viewBtnInfo->findChildren<QPropertyAnimation *>().isEmpty());
     QCOMPARE(stage.outlets.viewBtnInfo->y(), top);
 }
 

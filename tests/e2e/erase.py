@@ -142,6 +142,12 @@ class Erase(unittest.TestCase):
             window.says("Choose files and/or folders to secure delete")
             mouse("type", folder)
             key("Return")
+            window.says("5 items")
+            # Up again, where the folder is then chosen.
+            key("BackSpace")
+            window.says("1 chosen")
+            wait_until(lambda: window.focused() == "OK" or key("Tab"), "the focus on OK")
+            key("Return")
             window.says("7 files")
             self.start_and_finish(window, "in 7 files")
             key("Return")

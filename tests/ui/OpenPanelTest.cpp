@@ -109,6 +109,7 @@ class OpenPanelTest : public QObject
     void placesLeadToTheirFolders();
     void typedPathsAreMadeWhole_data();
     void typedPathsAreMadeWhole();
+    void aPathTypedOverTheListGoesToTheField();
     void aSlowFolderDoesNotBlockThePanel();
     void noTraceOfTheFoldersIsLeft();
     void itGoesWhenItIsClosed();
@@ -333,6 +334,22 @@ void OpenPanelTest::typedPathsAreMadeWhole()
 {
     QFETCH(QString, text);
     QTEST(OpenPanel::typedPath(text, "/shown", "/home/me"), "path");
+}
+
+void OpenPanelTest::aPathTypedOverTheListGoesToTheField()
+{
+    Scene scene;
+    OpenPanel &panel = *scene.panel;
+    QTRY_VERIFY(!panel.isReading());
+    QVERIFY(panel.focusWidget() == panel.list());
+    const QString path = QFile::decodeName(scene.scratch.path());
+    QTest::keyClicks(panel.list(), path.left(1));
+    QVERIFY(panel.focusWidget() == panel.pathField());
+    QTest::keyClicks(panel.pathField(), path.mid(1));
+    QCOMPARE(panel.pathField()->text(), path);
+    QTest::keyClick(panel.pathField(), Qt::Key_Return);
+    QTRY_VERIFY(panel.focusWidget() == panel.list());
+    QCOMPARE(panel.directory(), scene.scratch.path());
 }
 
 void OpenPanelTest::aSlowFolderDoesNotBlockThePanel()

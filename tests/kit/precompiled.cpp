@@ -1,0 +1,5 @@
+// Stands for the precompiled headers of the tests; does nothing.
+int main()
+{
+    return 0;
+}
