@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <cstdint>
+
 class FinishedView;
 class QueueStatsObject;
 
@@ -15,7 +17,9 @@ class FinishedPresenter
     explicit FinishedPresenter(FinishedView *view) : view_(view) {}
 
     /// Looks at the result strings alone; the counters begin anew while the view is there.
-    void show(const QueueStatsObject &stats, const QString &methodName, bool showsErrorButton);
+    /// `errors` is how many entries the error log has, files that failed and all others.
+    void show(const QueueStatsObject &stats, const QString &methodName, bool showsErrorButton,
+              std::int64_t errors);
 
   private:
     FinishedView *view_;

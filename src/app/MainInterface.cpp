@@ -32,6 +32,8 @@ struct MainInterface::Parts
 MainInterface::MainInterface(AppDelegate &delegate) : parts_(std::make_unique<Parts>())
 {
     Parts &parts = *parts_;
+    // Nothing brings a hidden window back yet, so it is minimised instead.
+    parts.layout.window.setCanBeReopened([] { return false; });
     parts.layout.window.awakeFromNib();
     parts.layout.errorLog.awakeFromNib();
     parts.workflow = MainVC::create(parts.layout.outlets);

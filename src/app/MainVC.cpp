@@ -23,7 +23,10 @@
 #include <QCoreApplication>
 #include <QLabel>
 
+#include <algorithm>
+#include <cerrno>
 #include <chrono>
+#include <iterator>
 #include <utility>
 
 using namespace std::chrono_literals;
@@ -87,7 +90,7 @@ void MainVC::setupObservers()
                              updateSkipLinkTargets();
                      });
     QObject::connect(outlets_.windowScanningFiles, &ScanningSheet::closed, &objectTimer_,
-                     [this] { scanningFilesWindowIsOpen_ = false; });
+                     [this] { scanningSheetHasGone(); });
 }
 
 void MainVC::initControllers()
@@ -164,6 +167,14 @@ void MainVC::openWindowScanningFiles()
     presenters_->scanning().open();
 }
 
+/// It gives the focus back to where it was, which must not be Start.
+void MainVC::scanningSheetHasGone()
+{
+    scanningFilesWindowIsOpen_ = false;
+    if (currentView() == MainView::Ready)
+        reviewAgain();
+}
+
 void MainVC::closeWindowScanningFiles()
 {
     presenters_->scanning().close();
@@ -183,12 +194,22 @@ void MainVC::newObjectsForQueue(ScanReport report)
     presenters_->queueHasGrown();
     isScanningFiles_ = false;
     closeWindowScanningFiles();
+    if (currentView() == MainView::Ready)
+        reviewAgain();
     if (isBusyWiping_)
         showViewErasingFiles();
     else
         showViewPressStart();
     queueStatsObject()->setScanFoundFiles(0);
     queueStatsObject()->setScanFoundBytes(0);
+}
+
+/// The list that the user was about to start is another one now: as if the view had just come.
+void MainVC::reviewAgain()
+{
+    ReadyView *view = outlets_.viewPressStart;
+    view->viewDidAppear();
+    view->firstFocus()->setFocus(Qt::OtherFocusReason);
 }
 
 /// What the scan could not look into stays on the disk, so it stands with the files that do.
@@ -221,9 +242,11 @@ QueueArray::Items MainVC::makeUniqueArray(QueueArray::Items objects)
 
 // Run
 
+/// What a scan is still to bring would join the run without having been seen.
 void MainVC::btnStartClicked()
 {
-    startErasing();
+    if (!isScanningFiles_ && currentView() == MainView::Ready)
+        startErasing();
 }
 
 void MainVC::startErasing()
@@ -254,17 +277,22 @@ void MainVC::finishedWiping()
     run_->makeResultStrings(currentTimestamp());
     showBtnErrorWindow_ = queueStatsObject()->filesFailed() >= 1;
     deleteFolders();
-    presenters_->showSummary(wipeDescription_.name, showBtnErrorWindow_);
+    presenters_->showSummary(wipeDescription_.name, showBtnErrorWindow_,
+                             std::int64_t(run_->failedFiles().size() + scanFailures_.size()));
     showViewFinished();
     resetWipeValues();
     showNotification();
 }
 
-/// What went with its folder, without having been overwritten, says so in its row.
+/// What went with its folder, without having been overwritten, says so in its row; and so does a
+/// folder that is empty and stays.
 void MainVC::deleteFolders()
 {
-    run_->deleteFolders();
-    if (run_->hasFilesRemovedWithFolder())
+    const FolderSweep sweep = run_->deleteFolders();
+    const std::size_t before = scanFailures_.size();
+    std::copy_if(sweep.kept.begin(), sweep.kept.end(), std::back_inserter(scanFailures_),
+                 [](const ScanFailure &folder) { return folder.errornr != ENOTEMPTY; });
+    if (run_->hasFilesRemovedWithFolder() || scanFailures_.size() != before)
         presenters_->errorLog().show(scanFailures_, run_->failedFiles());
 }
 

@@ -66,6 +66,7 @@ class MainVC : public FolderScannerControllerDelegate,
     void folderScanURLS(const std::vector<FileUrl> &urls);
     void openWindowScanningFiles();
     void closeWindowScanningFiles();
+    void scanningSheetHasGone();
     void btnStopScanningClicked();
     void newObjectsForQueue(ScanReport report) override;
     void scanFailed(const ScanFailures &failures) override;
@@ -160,6 +161,7 @@ class MainVC : public FolderScannerControllerDelegate,
 
   private:
     void setupObservers();
+    void reviewAgain();
     [[nodiscard]] ContentView *contentView(MainView view) const;
     [[nodiscard]] MainView viewOf(const QWidget *widget) const;
     void show(MainView view);

@@ -119,10 +119,10 @@ void Presenters::showRun(const QueueObject *current, double bytesPerSecond, std:
     header_.showErrorCount();
 }
 
-void Presenters::showSummary(const QString &methodName, bool showsErrorButton)
+void Presenters::showSummary(const QString &methodName, bool showsErrorButton, std::int64_t errors)
 {
     const QueueStatsObject &stats = *run_.queueStatsObject();
-    finished_.show(stats, methodName, showsErrorButton);
+    finished_.show(stats, methodName, showsErrorButton, errors);
     header_.showErrorCount();
     announcer_->announce(ViewTexts::ending(stats.wipedFilesString(), stats.failedFilesString()));
 }

@@ -41,7 +41,7 @@ class Presenters
 
     void beginRun(std::int64_t method, const QString &methodName);
     void showRun(const QueueObject *current, double bytesPerSecond, std::int64_t now);
-    void showSummary(const QString &methodName, bool showsErrorButton);
+    void showSummary(const QString &methodName, bool showsErrorButton, std::int64_t errors);
 
     [[nodiscard]] ScanningPresenter &scanning() { return scanning_; }
     [[nodiscard]] CalloutPresenter &callout() { return callout_; }

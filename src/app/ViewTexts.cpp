@@ -139,6 +139,12 @@ QString ViewTexts::failures(const QString &failedFilesString)
     return translated("%1 files could not be erased.").arg(failedFilesString);
 }
 
+QString ViewTexts::notOverwritten(std::int64_t errors)
+{
+    return counted(errors, "1 item was not overwritten or is still there.",
+                   "%1 items were not overwritten or are still there.");
+}
+
 QString ViewTexts::ending(const QString &wipedFilesString, const QString &failedFilesString)
 {
     return translated("Finished. %1. %2 failed.").arg(wipedFilesString, failedFilesString);

@@ -51,6 +51,8 @@ QString pass(std::optional<int> pass, int passes);
 
 /// "3 files could not be erased.", from the number as the run's result wrote it.
 QString failures(const QString &failedFilesString);
+/// What is said where no file failed, and something was not overwritten, read or removed.
+QString notOverwritten(std::int64_t errors);
 /// What a screen reader is told at the end: "Finished. 18.40 GB in 245 files. 3 failed."
 QString ending(const QString &wipedFilesString, const QString &failedFilesString);
 

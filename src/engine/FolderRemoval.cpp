@@ -101,7 +101,7 @@ class Remover final : public TreeVisitor
 
 FolderRemoval::FolderRemoval(const QByteArray &path, const ScanFacts &facts)
     : path_(PathBytes::withoutTrailingSlashes(path)), name_(PathBytes::lastComponent(path)),
-      isLink_(facts.isLink)
+      isLink_(facts.isLink), isUnfinished_(facts.isUnfinished)
 {
     parent_ = FolderAccess::open(PathBytes::withoutLastComponent(path), facts.givenLength);
     if (parent_.isOpen())
@@ -118,7 +118,7 @@ bool FolderRemoval::isEmpty() const
     FolderReader reader(folder_.fd());
     FolderReader::Entry entry{};
     while (reader.next(entry)) {
-        if (!isHidden(entry.name))
+        if (isUnfinished_ || !isHidden(entry.name))
             return false;
     }
     return true;
@@ -138,7 +138,7 @@ int FolderRemoval::removeFolder(Contents contents)
     // A folder that may not be listed can still be removed, if it is empty.
     if (!folder_.isOpen() && folder_.error() != EACCES)
         return folder_.error();
-    if (folder_.isOpen()) {
+    if (folder_.isOpen() && !isUnfinished_) {
         if (const int error = removeContents(contents); error != 0)
             return error;
     }

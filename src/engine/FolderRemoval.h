@@ -25,8 +25,8 @@ class FolderRemoval
 
     FolderRemoval(const QByteArray &path, const ScanFacts &facts);
 
-    /// Whether the folder holds no entry but hidden ones (".name"). Kept on purpose: a folder that
-    /// cannot be listed counts as empty.
+    /// Whether the folder holds no entry but hidden ones (".name"); none at all if it was not
+    /// scanned to its end. Kept on purpose: a folder that cannot be listed counts as empty.
     [[nodiscard]] bool isEmpty() const;
     /// 0, or an error number: EPERM for a protected place. To be called once.
     int remove(Contents contents);
@@ -42,6 +42,7 @@ class FolderRemoval
     QByteArray path_;
     QByteArray name_;
     bool isLink_;
+    bool isUnfinished_;
     std::vector<QByteArray> removedEntries_;
     std::vector<QByteArray> removedFolders_;
     Descriptor parent_;

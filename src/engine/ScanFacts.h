@@ -16,6 +16,9 @@ struct ScanFacts
     std::int32_t givenLength = -1;
     bool isLink = false;        ///< it was a symbolic link
     bool hasOtherNames = false; ///< the file has more than one hard link
+    /// The scan was stopped before it had seen all that is in the folder. There may be hidden files
+    /// that nobody has listed, so it is removed only if it holds nothing at all.
+    bool isUnfinished = false;
     /// Its file system, if that is one that writes new blocks instead of old ones.
     FileSystemKind::CopyOnWrite copyOnWrite = FileSystemKind::CopyOnWrite::None;
 

@@ -80,10 +80,20 @@ void TreeScan::scanFolder(const QByteArray &path)
     }
     Descriptor folder(calls.open(SystemCalls::startFolder, path.constData(),
                                  SystemCalls::Access::Folder, LastLink::Stop));
-    if (folder.isOpen())
-        TreeWalk(*this).walk(std::move(folder), path);
-    else
+    if (!folder.isOpen())
         unreadableFolder(path, folder.error());
+    else if (!TreeWalk(*this).walk(std::move(folder), path))
+        noteUnfinished(path);
+}
+
+/// What was entered and not left when the walk was stopped.
+void TreeScan::noteUnfinished(const QByteArray &top)
+{
+    for (QByteArray path = current_; path.size() >= top.size();
+         path = PathBytes::withoutLastComponent(path)) {
+        if (const auto folder = findings_.folders.find(path); folder != findings_.folders.end())
+            folder->second.isUnfinished = true;
+    }
 }
 
 void TreeScan::scanFile(const QByteArray &path)
@@ -145,6 +155,7 @@ std::uint64_t TreeScan::fileSystemType(std::uint64_t device, const QByteArray &p
 /// folder to remove then; the first on its branch is noted as a failure, those below go with it.
 bool TreeScan::enterFolder(const QByteArray &path)
 {
+    current_ = path;
     if (PathBytes::fitsTheSystem(path))
         findings_.folders[path].givenLength = order_.givenLength;
     else if (path.lastIndexOf('/') <= PathBytes::longestPath)
@@ -171,8 +182,9 @@ void TreeScan::visitEntry(int folder, const QByteArray &folderPath, const char *
         makeItem(Name{folder, name, folderPath, bytes, PathBytes::join(folderPath, bytes)}));
 }
 
-void TreeScan::leaveFolder(int /*parent*/, const QByteArray & /*path*/, const char * /*name*/)
+void TreeScan::leaveFolder(int /*parent*/, const QByteArray &path, const char * /*name*/)
 {
+    current_ = PathBytes::withoutLastComponent(path);
 }
 
 void TreeScan::unreadableFolder(const QByteArray &path, int error)

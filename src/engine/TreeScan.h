@@ -78,11 +78,13 @@ class TreeScan final : public TreeVisitor
     struct Name;
 
     QueueArray::Item makeItem(const Name &name);
+    void noteUnfinished(const QByteArray &top);
     std::uint64_t fileSystemType(std::uint64_t device, const QByteArray &path);
 
     Order order_;
     Findings findings_;
     FoundCounter counter_;
     ProtectedPlaces protectedPlaces_;
+    QByteArray current_; ///< the deepest folder that was entered and not left
     std::map<std::uint64_t, std::uint64_t> fileSystemTypes_; ///< by device
 };

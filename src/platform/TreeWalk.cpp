@@ -24,7 +24,7 @@ const char *TreeWalk::Level::takeName()
     return name;
 }
 
-void TreeWalk::walk(Descriptor folder, const QByteArray &path)
+bool TreeWalk::walk(Descriptor folder, const QByteArray &path)
 {
     path_ = path;
     levels_.clear();
@@ -35,7 +35,9 @@ void TreeWalk::walk(Descriptor folder, const QByteArray &path)
         else
             enterNext();
     }
+    const bool isWhole = levels_.empty();
     levels_.clear();
+    return isWhole;
 }
 
 /// Makes the folder at `path_` the deepest level and tells its entries.

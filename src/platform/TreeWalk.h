@@ -49,8 +49,8 @@ class TreeWalk
 
     explicit TreeWalk(TreeVisitor &visitor) : visitor_(visitor) {}
 
-    /// `folder` is the open folder that bears `path`.
-    void walk(Descriptor folder, const QByteArray &path);
+    /// `folder` is the open folder that bears `path`. False if the visitor stopped the walk.
+    bool walk(Descriptor folder, const QByteArray &path);
 
   private:
     /// A folder on the way down whose entries have been read and whose sub-folders are entered one

@@ -151,7 +151,7 @@ bool FramelessWindow::eventFilter(QObject *watched, QEvent *event)
 bool FramelessWindow::takesMouse(QEvent *event)
 {
     const bool isPress = event->type() == QEvent::MouseButtonPress;
-    if (event->type() == QEvent::Leave || event->type() == QEvent::WindowDeactivate)
+    if (event->type() == QEvent::Leave || event->type() == QEvent::FocusOut)
         showCursor({});
     if (!isPress && event->type() != QEvent::MouseMove)
         return false;

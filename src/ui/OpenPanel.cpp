@@ -168,7 +168,9 @@ void OpenPanel::connectParts()
 {
     connect(up_, &QAbstractButton::clicked, this, &OpenPanel::goUp);
     connect(cancel_, &QAbstractButton::clicked, this, &QDialog::reject);
-    connect(ok_, &QAbstractButton::clicked, this, &QDialog::accept);
+    connect(ok_, &QAbstractButton::clicked, this, &OpenPanel::takeChosen);
+    // What is chosen below is not what was typed above.
+    connect(pathField_, &QLineEdit::textEdited, list_, &QAbstractItemView::clearSelection);
     connect(this, &QDialog::finished, this, &OpenPanel::end);
     connect(list_, &QAbstractItemView::doubleClicked, this, &OpenPanel::activate);
     connect(list_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
@@ -176,6 +178,7 @@ void OpenPanel::connectParts()
     connect(model_, &QAbstractItemModel::modelReset, this, &OpenPanel::showSelection);
     connect(hidden_, &QCheckBox::toggled, model_, &OpenPanelModel::setShowsHidden);
     const auto go = [this](const QListWidgetItem *place) {
+        chosenNext_.clear();
         setDirectory(place->data(Qt::UserRole).toByteArray());
     };
     connect(places_, &QListWidget::itemClicked, this, go);
@@ -290,6 +293,12 @@ void OpenPanel::goUp()
         return;
     chosenNext_ = PathBytes::lastComponent(directory_);
     setDirectory(parent);
+}
+
+void OpenPanel::takeChosen()
+{
+    if (list_->selectionModel()->hasSelection())
+        accept();
 }
 
 void OpenPanel::goToTyped()

@@ -77,6 +77,7 @@ class OpenPanel : public QDialog
     void activate(const QModelIndex &index);
     void goUp();
     void goToTyped();
+    void takeChosen();
     void showPath();
 
     QLineEdit *pathField_;

@@ -137,11 +137,12 @@ QString WindowGeometry::textFromFrame(const QRect &frame)
 std::optional<QRect> WindowGeometry::frameFromText(const QString &text)
 {
     const QStringList words = text.split(QLatin1Char(' '));
+    constexpr int farthest = std::numeric_limits<short>::max();
     int numbers[4] = {};
     bool isFrame = words.size() == 4;
     for (qsizetype i = 0; isFrame && i < 4; ++i) {
         numbers[i] = words.at(i).toInt(&isFrame);
-        isFrame = isFrame && std::abs(numbers[i]) <= std::numeric_limits<short>::max();
+        isFrame = isFrame && numbers[i] >= -farthest && numbers[i] <= farthest;
     }
     if (!isFrame || numbers[2] <= 0 || numbers[3] <= 0)
         return std::nullopt;

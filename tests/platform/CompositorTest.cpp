@@ -28,7 +28,7 @@ void CompositorTest::initTestCase()
 {
     server_.start(QStringLiteral("Xvfb"),
                   {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                   QStringLiteral("0"), QStringLiteral("320x200x24")});
+                   QStringLiteral("0"), QStringLiteral("320x200x24"), QStringLiteral("-noreset")});
     QVERIFY(server_.waitForStarted());
     QTRY_VERIFY_WITH_TIMEOUT(server_.canReadLine(), 20000);
     display_ = ":" + server_.readLine().trimmed();

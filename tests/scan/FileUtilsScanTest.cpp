@@ -96,6 +96,8 @@ class FileUtilsScanTest : public QObject
 
     void aStopEndsTheWalkAfterTheEntry();
     void aStopInsideAWideFolderKeepsWhatWasFound();
+    void aStopMarksTheFoldersThatItCutShort();
+    void anUnfinishedFolderIsRemovedOnlyIfItIsEmpty();
     void aStopBeforehandStillTakesAFile();
     void aStopStaysUntilItIsTakenBack();
 };
@@ -826,6 +828,39 @@ void FileUtilsScanTest::aStopInsideAWideFolderKeepsWhatWasFound()
     QCOMPARE(reads, 3);
     QCOMPARE(Reports::folders(report), QByteArrayList({scratch.path("top")}));
     QVERIFY(fileUtils.takeScanFailures().empty());
+}
+
+void FileUtilsScanTest::aStopMarksTheFoldersThatItCutShort()
+{
+    const Scratch scratch;
+    QVERIFY(!scratch.folder("top").isEmpty() && !scratch.folder("top/done").isEmpty());
+    QVERIFY(!scratch.folder("top/done/inside").isEmpty());
+    FileUtils fileUtils;
+    const FolderMap whole = fileUtils.readFilesFromPath(scratch.path("top")).folders;
+    QCOMPARE(whole.size(), std::size_t(3));
+    for (const auto &[path, facts] : whole)
+        QVERIFY2(!facts.isUnfinished, path.constData());
+
+    QVERIFY(!scratch.file("top/.hidden", "x").isEmpty());
+    fileUtils.cancelScanProcess();
+    const FolderMap cut = fileUtils.readFilesFromPath(scratch.path("top")).folders;
+    QCOMPARE(cut.size(), std::size_t(1));
+    QVERIFY(cut.begin()->second.isUnfinished);
+}
+
+void FileUtilsScanTest::anUnfinishedFolderIsRemovedOnlyIfItIsEmpty()
+{
+    const Scratch scratch;
+    const QByteArray folder = scratch.folder("folder");
+    const QByteArray hidden = scratch.file("folder/.hidden", "kept");
+    ScanFacts facts;
+    facts.isUnfinished = true;
+    const FolderSweep kept = FileUtils().deleteFoldersFromArray({{folder, facts}});
+    QVERIFY(Scratch::exists(hidden));
+    QCOMPARE(kept.kept.size(), std::size_t(1));
+    QVERIFY(QFile::remove(QFile::decodeName(hidden)));
+    const FolderSweep gone = FileUtils().deleteFoldersFromArray({{folder, facts}});
+    QVERIFY(!Scratch::exists(folder) && gone.kept.empty());
 }
 
 void FileUtilsScanTest::aStopBeforehandStillTakesAFile()

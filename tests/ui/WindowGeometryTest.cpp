@@ -178,6 +178,7 @@ void WindowGeometryTest::whatIsNoFrameIsNotRead_data()
     QTest::newRow("a word") << QStringLiteral("1 2 wide 4");
     QTest::newRow("no width") << QStringLiteral("1 2 0 4");
     QTest::newRow("a negative height") << QStringLiteral("1 2 3 -4");
+    QTest::newRow("the lowest number") << QStringLiteral("-2147483648 2 3 4");
     QTest::newRow("far too large") << QStringLiteral("1 2 2000000000 2000000000");
 }
 
