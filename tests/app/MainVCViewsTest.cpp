@@ -1,4 +1,5 @@
 #include "app/Stage.h"
+#include "kit/Scratch.h"
 
 #include "app/ViewTexts.h"
 #include "engine/WipeDescriptionController.h"
@@ -58,6 +59,8 @@ class MainVCViewsTest : public QObject
     Q_OBJECT
 
   private Q_SLOTS:
+    void itemsThatJoinArmTheGuardOfStartAgain();
+    void startWaitsForTheScan();
     void withoutAViewThereIsNothingToPrefer();
     void theFirstViewIsTheDropView();
     void aViewThatIsThereAlreadyStaysTheFirst();
@@ -492,6 +495,49 @@ void MainVCViewsTest::onlyTheErrorLogsOwnClosingCounts()
     QVERIFY(!stage.vc->errorLogWindowIsHidden());
     stage.vc->windowWillClose(&stage.errorLog);
     QVERIFY(stage.vc->errorLogWindowIsHidden());
+}
+
+void MainVCViewsTest::itemsThatJoinArmTheGuardOfStartAgain()
+{
+    const Scratch scratch;
+    const QByteArray first = scratch.file("first", QByteArray("data"));
+    const QByteArray second = scratch.file("second", QByteArray("data"));
+    std::int64_t now = 0;
+    Stage stage;
+    ReadyView *ready = stage.outlets.viewPressStart;
+    ready->setClock([&now] { return now; });
+    QVERIFY(stage.scan({first}));
+    QTRY_COMPARE(stage.title(), QStringLiteral("Ready to start erasing"));
+    QTRY_VERIFY(!stage.vc->scanningFilesWindowIsOpen());
+    now = 1000;
+    ready->startButton()->setFocus();
+    QVERIFY(stage.scan({second}));
+    QTRY_VERIFY(!stage.vc->scanningFilesWindowIsOpen());
+    QVERIFY(!ready->startButton()->hasFocus());
+    int starts = 0;
+    connect(ready, &ReadyView::startClicked, this, [&starts] { ++starts; });
+    ready->start();
+    QCOMPARE(starts, 0);
+    now = 2000;
+    ready->start();
+    QCOMPARE(starts, 1);
+}
+
+void MainVCViewsTest::startWaitsForTheScan()
+{
+    const Scratch scratch;
+    Stage stage;
+    QVERIFY(stage.scan({scratch.file("first", QByteArray("data"))}));
+    QTRY_COMPARE(stage.vc->currentView(), MainView::Ready);
+    Stage::drop({scratch.file("second", QByteArray("data"))});
+    stage.vc->btnStopScanningClicked();
+    QVERIFY(stage.vc->isScanningFiles());
+    stage.vc->btnStartClicked();
+    QVERIFY(!stage.vc->isBusyWiping());
+    QTRY_VERIFY(!stage.vc->isScanningFiles());
+    stage.vc->btnStartClicked();
+    QVERIFY(stage.vc->isBusyWiping());
+    QTRY_COMPARE(stage.vc->currentView(), MainView::Finished);
 }
 
 QTEST_MAIN(MainVCViewsTest)
