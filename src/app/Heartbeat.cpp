@@ -19,17 +19,17 @@ Heartbeat::Heartbeat(QByteArray reportPath) : reportPath_(std::move(reportPath))
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { beat(); });
     timer_.start(interval);
     sinceLast_.start();
+    sinceStart_.start();
 }
 
 Heartbeat::~Heartbeat()
 {
-    const double largest =
-        lateness_.empty() ? 0 : double(*std::max_element(lateness_.begin(), lateness_.end()));
     QFile report(QFile::decodeName(reportPath_));
     if (!report.open(QIODevice::WriteOnly))
         return;
     report.write("beats " + QByteArray::number(qulonglong(lateness_.size())) + "\nlargest_ms " +
-                 QByteArray::number(largest, 'f', 1) + "\np99_ms " +
+                 QByteArray::number(largest_, 'f', 1) + "\nlargest_at_s " +
+                 QByteArray::number(largestAt_, 'f', 2) + "\np99_ms " +
                  QByteArray::number(percentile(lateness_, 0.99), 'f', 1) + '\n');
 }
 
@@ -47,5 +47,10 @@ void Heartbeat::beat()
 {
     const double passed = double(sinceLast_.nsecsElapsed()) / 1e6;
     sinceLast_.restart();
-    lateness_.push_back(float(std::max(0.0, passed - double(interval.count()))));
+    const double late = std::max(0.0, passed - double(interval.count()));
+    lateness_.push_back(float(late));
+    if (late > largest_) {
+        largest_ = late;
+        largestAt_ = double(sinceStart_.elapsed()) / 1e3;
+    }
 }

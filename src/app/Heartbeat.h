@@ -29,5 +29,8 @@ class Heartbeat
     QByteArray reportPath_;
     QTimer timer_;
     QElapsedTimer sinceLast_;
+    QElapsedTimer sinceStart_;
     std::vector<float> lateness_;
+    double largest_ = 0;
+    double largestAt_ = 0; ///< seconds from the start on
 };
