@@ -40,17 +40,30 @@ VTLLine *line(const QRect &geometry, QWidget *parent)
 
 } // namespace
 
-AddCallout::AddCallout(QWidget *parent) : QWidget(parent), arrowHead_(new ArrowHead(this))
+AddCallout::AddCallout(QWidget *parent)
+    : QWidget(parent), arrowHead_(new ArrowHead(this)),
+      text_(new TextLabel(TextStyle::Small, ColorRole::Text, this))
 {
-    auto *text = new TextLabel(TextStyle::Small, ColorRole::Text, this);
-    text->setText(tr("Or add files and folders here"));
-    const int textHeight = Typography::lineHeight(TextStyle::Small);
-    const int textWidth = Typography::scaled(usualWidth - textLeft);
-    text->setGeometry(textLeft, int(textMiddle - textHeight / 2.0), textWidth, textHeight);
+    text_->setText(tr("Or add files and folders here"));
     arrowHead_->setGeometry(10, 3, 9, 6);
     line(QRect(14, 9, 1, 8), this);
     line(QRect(14, 17, 14, 1), this);
-    resize(textLeft + textWidth, slideHeight);
+    layOut();
+}
+
+void AddCallout::layOut()
+{
+    const int height = Typography::lineHeight(TextStyle::Small);
+    const int width = Typography::scaled(usualWidth - textLeft);
+    text_->setGeometry(textLeft, int(textMiddle - height / 2.0), width, height);
+    resize(textLeft + width, slideHeight);
+}
+
+bool AddCallout::event(QEvent *event)
+{
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange)
+        layOut();
+    return QWidget::event(event);
 }
 
 void AddCallout::mousePressEvent(QMouseEvent *event)

@@ -24,9 +24,13 @@ class AddCallout : public QWidget
     void clicked();
 
   protected:
+    bool event(QEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
 
   private:
+    void layOut();
+
     QWidget *arrowHead_;
+    TextLabel *text_;
 };

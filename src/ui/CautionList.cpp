@@ -1,53 +1,32 @@
 #include "ui/CautionList.h"
 
-#include "ui/ControlPaint.h"
-#include "ui/Pictures.h"
+#include "ui/CardRow.h"
+#include "ui/DesignColors.h"
 #include "ui/Typography.h"
 
 #include <QKeyEvent>
 #include <QListView>
-#include <QPainter>
 #include <QStringListModel>
-#include <QStyledItemDelegate>
 
 namespace {
 
-constexpr int rowHeight = 28;
 constexpr int iconX = 6;
-constexpr int iconSide = 16;
 constexpr int textX = 34;
 
-class RowPainter : public QStyledItemDelegate
+class CautionRow : public CardRow
 {
   public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using CardRow::CardRow;
 
-    void paint(QPainter *painter, const QStyleOptionViewItem &option,
-               const QModelIndex &index) const override;
-    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const override
+  protected:
+    void paintContents(QPainter &painter, const QRect &row, const QModelIndex &index) const override
     {
-        return {0, Typography::scaled(rowHeight)};
+        paintSymbol(painter, QStringLiteral("symbol_caution"), row, row.left() + iconX,
+                    DesignColors::color(ColorRole::WarnIcon));
+        paintText(painter, row.adjusted(iconX + Typography::scaled(textX - iconX), 0, -iconX, 0),
+                  index.data().toString(), false);
     }
 };
-
-void RowPainter::paint(QPainter *painter, const QStyleOptionViewItem &option,
-                       const QModelIndex &index) const
-{
-    const QRect row = option.rect;
-    const auto *view = qobject_cast<const QListView *>(option.widget);
-    if (view && view->currentIndex() == index)
-        ControlPaint::fill(*painter, row, DesignColors::color(ColorRole::GhostHover));
-    const int side = Typography::scaled(iconSide);
-    Pictures::paint(*painter, QStringLiteral("symbol_caution"),
-                    QRectF(row.left() + iconX, row.top() + (row.height() - side) / 2, side, side),
-                    DesignColors::color(ColorRole::WarnIcon));
-    const QRect place = row.adjusted(iconX + Typography::scaled(textX - iconX), 0, -iconX, 0);
-    painter->setFont(Typography::font(TextStyle::Body));
-    painter->setPen(DesignColors::color(ColorRole::Text));
-    painter->drawText(
-        place, int(Qt::AlignLeft | Qt::AlignVCenter) | Qt::TextSingleLine,
-        painter->fontMetrics().elidedText(index.data().toString(), Qt::ElideRight, place.width()));
-}
 
 } // namespace
 
@@ -55,7 +34,7 @@ CautionList::CautionList(QWidget *opener)
     : PopupCard(opener), model_(new QStringListModel(this)), view_(new QListView(this))
 {
     view_->setModel(model_);
-    view_->setItemDelegate(new RowPainter(view_));
+    view_->setItemDelegate(new CautionRow(view_));
     prepareList(view_);
     view_->setAccessibleName(tr("Cautions"));
     connect(view_, &QListView::clicked, this, &CautionList::close);
@@ -68,7 +47,7 @@ void CautionList::setCautions(const QStringList &cautions)
 
 QRect CautionList::wantedRect(const QRect &band, int rows, double scale)
 {
-    const int row = qRound(rowHeight * scale);
+    const int row = qRound(CardRow::rowHeight * scale);
     const int top = band.top() + (band.height() - row) / 2 - cardPadding;
     return {band.left(), top, band.width(), rows * row + 2 * cardPadding};
 }

@@ -2,8 +2,10 @@
 
 #include "ui/ControlPaint.h"
 #include "ui/FocusRing.h"
+#include "ui/Typography.h"
 
 #include <QKeyEvent>
+#include <QPainter>
 
 ControlButton::ControlButton(QWidget *parent) : QAbstractButton(parent)
 {
@@ -15,6 +17,18 @@ ControlButton::ControlButton(QWidget *parent) : QAbstractButton(parent)
 bool ControlButton::isHovered() const
 {
     return isEnabled() && (underMouse() || isDown());
+}
+
+void ControlButton::paintControl(QPainter &painter) const
+{
+    QColor ground;
+    if (isEnabled())
+        ground = DesignColors::color(isDown()      ? ColorRole::ControlPressed
+                                     : isHovered() ? ColorRole::ControlHover
+                                                   : ColorRole::Control);
+    ControlPaint::box(painter, rect(), ground, DesignColors::color(ColorRole::EdgeControl));
+    painter.setFont(Typography::font(TextStyle::BodyMedium));
+    painter.setPen(DesignColors::color(isEnabled() ? ColorRole::Text : ColorRole::TextDisabled));
 }
 
 void ControlButton::keyPressEvent(QKeyEvent *event)

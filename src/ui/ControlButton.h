@@ -16,5 +16,8 @@ class ControlButton : public QAbstractButton
   protected:
     /// The pointer is over the button, or the button is down.
     [[nodiscard]] bool isHovered() const;
+    /// The ground and edge of a plain control as it stands; leaves font and pen ready for its
+    /// title.
+    void paintControl(QPainter &painter) const;
     void keyPressEvent(QKeyEvent *event) override;
 };

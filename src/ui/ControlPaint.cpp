@@ -1,5 +1,6 @@
 #include "ui/ControlPaint.h"
 
+#include "ui/Hairline.h"
 #include "ui/InterfaceColorStyle.h"
 
 #include <QPainter>
@@ -49,12 +50,6 @@ double ratioOf(const QPainter &painter)
 
 } // namespace
 
-double ControlPaint::hairline(const QPainter &painter)
-{
-    const double ratio = ratioOf(painter);
-    return std::max(1.0, std::round(ratio)) / ratio;
-}
-
 void ControlPaint::fill(QPainter &painter, const QRectF &rect, const QColor &ground,
                         double cornerRadius)
 {
@@ -103,6 +98,11 @@ void ControlPaint::menuShadow(QPainter &painter, const QRectF &box)
     const QColor color =
         InterfaceColorStyle::isDarkMode() ? QColor(0, 0, 0, 128) : QColor(16, 24, 32, 56);
     shadow(painter, box, color, 28, 8);
+}
+
+void ControlPaint::cardShadow(QPainter &painter, const QRectF &box)
+{
+    shadow(painter, box, QColor(0, 0, 0, InterfaceColorStyle::isDarkMode() ? 128 : 52), 26, 8);
 }
 
 QRectF ControlPaint::text(QPainter &painter, const QRectF &rect, const QString &text,

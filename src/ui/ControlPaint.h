@@ -16,9 +16,6 @@ namespace ControlPaint {
 
 inline constexpr double radius = 4;
 
-/// A line of one pixel: a whole number of the device's.
-double hairline(const QPainter &painter);
-
 /// A rounded box with its edge inside; an invalid ground leaves the edge alone.
 void box(QPainter &painter, const QRectF &rect, const QColor &ground, const QColor &edge,
          double cornerRadius = radius);
@@ -29,6 +26,8 @@ void fill(QPainter &painter, const QRectF &rect, const QColor &ground,
 void shadow(QPainter &painter, const QRectF &box, const QColor &color, double blur, double drop);
 /// The shadow of menus and lists.
 void menuShadow(QPainter &painter, const QRectF &box);
+/// The shadow of sheets and cards over a view.
+void cardShadow(QPainter &painter, const QRectF &box);
 /// How far menuShadow() reaches at most.
 inline constexpr int menuShadowReach = 36;
 

@@ -2,6 +2,7 @@
 
 #include "platform/DesktopSettings.h"
 #include "ui/ColorProperties.h"
+#include "ui/ControlPaint.h"
 #include "ui/DesignColors.h"
 #include "ui/InterfaceColorStyle.h"
 #include "ui/Typography.h"
@@ -51,7 +52,7 @@ void paintLine(QPainter &painter, const QRect &line, TextStyle style, ColorRole 
 } // namespace
 
 DragVeil::DragVeil(QWidget *parent)
-    : QWidget(parent), shadow_({12, 8, 0.21, 0.5}),
+    : QWidget(parent),
       prefersReducedMotion_([] { return DesktopSettings::shared().prefersReducedMotion(); })
 {
     setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -152,7 +153,7 @@ void DragVeil::paintFrame(QPainter &painter) const
 void DragVeil::paintCard(QPainter &painter)
 {
     const QRect card = cardRect(size(), {Typography::scaled(320), Typography::scaled(88)});
-    shadow_.paint(painter, card);
+    ControlPaint::cardShadow(painter, card);
     QPainterPath path;
     path.addRoundedRect(card, cardRadius, cardRadius);
     const auto ground = stored(QStringLiteral("DefaultAlertView"), QLatin1String("bg"));

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "ui/SoftShadow.h"
-
 #include <QVariantAnimation>
 #include <QWidget>
 
@@ -42,7 +40,6 @@ class DragVeil : public QWidget
 
     QString heading_;
     QString sentence_;
-    SoftShadow shadow_;
     QVariantAnimation animation_;
     std::function<bool()> prefersReducedMotion_;
     bool isShown_ = false;

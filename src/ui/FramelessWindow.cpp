@@ -2,6 +2,7 @@
 
 #include "platform/Compositor.h"
 #include "ui/DesignColors.h"
+#include "ui/Hairline.h"
 #include "ui/VTLView.h"
 #include "ui/WindowGeometry.h"
 #include "ui/WindowHeader.h"
@@ -33,13 +34,14 @@ class FramelessWindow::Edge : public QWidget
     {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
-        const QRectF inner = QRectF(rect()).adjusted(1, 1, -1, -1);
+        const double line = hairline(painter);
+        const QRectF inner = QRectF(rect()).adjusted(line, line, -line, -line);
         if (radius_ > 0) {
             painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
             painter.fillPath(between(rect(), 0, rect(), radius_), Qt::black);
             painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
         }
-        painter.fillPath(between(rect(), radius_, inner, std::max(radius_ - 1, 0)),
+        painter.fillPath(between(rect(), radius_, inner, std::max(radius_ - line, 0.0)),
                          DesignColors::color(ColorRole::WindowEdge));
     }
 

@@ -1,76 +1,48 @@
 #include "ui/MethodList.h"
 
-#include "ui/ControlPaint.h"
+#include "ui/CardRow.h"
+#include "ui/DesignColors.h"
 #include "ui/PassStrip.h"
-#include "ui/Pictures.h"
 #include "ui/Typography.h"
 
 #include <QKeyEvent>
 #include <QListView>
-#include <QPainter>
 #include <QStandardItemModel>
-#include <QStyledItemDelegate>
 
 namespace {
 
 constexpr int cardWidth = 616;
-constexpr int rowHeight = 28;
 constexpr int nameX = 12;
 constexpr int checkX = 224;
-constexpr int checkSide = 16;
 constexpr int stripX = 256;
 constexpr int stripHeight = 14;
 constexpr int stripMargin = 8;
 constexpr int methodRole = Qt::UserRole + 1;
 
-class RowPainter : public QStyledItemDelegate
+class MethodRow : public CardRow
 {
   public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using CardRow::CardRow;
 
-    void paint(QPainter *painter, const QStyleOptionViewItem &option,
-               const QModelIndex &index) const override;
-    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem &, const QModelIndex &) const override
-    {
-        return {0, Typography::scaled(rowHeight)};
-    }
+  protected:
+    void paintContents(QPainter &painter, const QRect &row,
+                       const QModelIndex &index) const override;
 };
 
-void paintName(QPainter &painter, const QRect &row, const QString &name, bool isChosen)
+void MethodRow::paintContents(QPainter &painter, const QRect &row, const QModelIndex &index) const
 {
-    const QRect place(row.left() + Typography::scaled(nameX), row.top(),
-                      Typography::scaled(checkX - nameX), row.height());
-    painter.setFont(Typography::font(isChosen ? TextStyle::BodyStrong : TextStyle::Body));
-    painter.setPen(DesignColors::color(ColorRole::Text));
-    painter.drawText(place, int(Qt::AlignLeft | Qt::AlignVCenter) | Qt::TextSingleLine,
-                     painter.fontMetrics().elidedText(name, Qt::ElideRight, place.width()));
-}
-
-void paintCheck(QPainter &painter, const QRect &row)
-{
-    const int side = Typography::scaled(checkSide);
-    Pictures::paint(painter, QStringLiteral("symbol_check"),
-                    QRectF(row.left() + Typography::scaled(checkX),
-                           row.top() + (row.height() - side) / 2, side, side),
-                    DesignColors::color(ColorRole::Text));
-}
-
-void RowPainter::paint(QPainter *painter, const QStyleOptionViewItem &option,
-                       const QModelIndex &index) const
-{
-    const QRect row = option.rect;
-    const auto *view = qobject_cast<const QListView *>(option.widget);
-    if (view && view->currentIndex() == index)
-        ControlPaint::fill(*painter, row, DesignColors::color(ColorRole::GhostHover));
+    const auto at = [&row](int x) { return row.left() + Typography::scaled(x); };
     const bool isChosen = index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
-    paintName(*painter, row, index.data().toString(), isChosen);
+    paintText(painter,
+              QRect(at(nameX), row.top(), Typography::scaled(checkX - nameX), row.height()),
+              index.data().toString(), isChosen);
     if (isChosen)
-        paintCheck(*painter, row);
-    const int left = row.left() + Typography::scaled(stripX);
+        paintSymbol(painter, QStringLiteral("symbol_check"), row, at(checkX),
+                    DesignColors::color(ColorRole::Text));
     const int height = Typography::scaled(stripHeight);
-    PassStrip::paintCells(*painter,
-                          QRectF(left, row.top() + (row.height() - height) / 2,
-                                 row.right() + 1 - left - stripMargin, height),
+    PassStrip::paintCells(painter,
+                          QRectF(at(stripX), row.top() + (row.height() - height) / 2,
+                                 row.right() + 1 - at(stripX) - stripMargin, height),
                           index.data(methodRole).toLongLong());
 }
 
@@ -80,7 +52,7 @@ MethodList::MethodList(QWidget *opener)
     : PopupCard(opener), model_(new QStandardItemModel(this)), view_(new QListView(this))
 {
     view_->setModel(model_);
-    view_->setItemDelegate(new RowPainter(view_));
+    view_->setItemDelegate(new MethodRow(view_));
     prepareList(view_);
     view_->setAccessibleName(tr("Wipe method"));
     connect(view_, &QListView::clicked, this, &MethodList::choose);
@@ -109,7 +81,7 @@ void MethodList::setCurrentMethod(std::int64_t method)
 QRect MethodList::wantedRect(const QRect &opener, int rows, int chosenRow, double scale)
 {
     const auto scaled = [scale](int length) { return qRound(length * scale); };
-    const int row = scaled(rowHeight);
+    const int row = scaled(CardRow::rowHeight);
     const int top = opener.top() + (opener.height() - row) / 2 - chosenRow * row - cardPadding;
     return {opener.left() - cardPadding, top, scaled(cardWidth - 2 * cardPadding) + 2 * cardPadding,
             rows * row + 2 * cardPadding};

@@ -159,17 +159,10 @@ QSize MethodSelector::minimumSizeHint() const
 void MethodSelector::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    QColor ground;
-    if (isEnabled())
-        ground = DesignColors::color(isDown()      ? ColorRole::ControlPressed
-                                     : isHovered() ? ColorRole::ControlHover
-                                                   : ColorRole::Control);
-    ControlPaint::box(painter, rect(), ground, DesignColors::color(ColorRole::EdgeControl));
+    paintControl(painter);
     const int arrow = Typography::scaled(arrowFromRight);
-    ControlPaint::arrowHead(painter, QPointF(width() - arrow, height() / 2.0 + arrowTip),
-                            DesignColors::color(ColorRole::TextSecondary));
-    painter.setFont(Typography::font(TextStyle::BodyMedium));
-    painter.setPen(DesignColors::color(isEnabled() ? ColorRole::Text : ColorRole::TextDisabled));
     ControlPaint::text(painter, rect().adjusted(textInset, 0, -2 * arrow + 8, 0), text(),
                        Qt::AlignLeft);
+    ControlPaint::arrowHead(painter, QPointF(width() - arrow, height() / 2.0 + arrowTip),
+                            DesignColors::color(ColorRole::TextSecondary));
 }

@@ -31,6 +31,13 @@ QSize PathField::sizeHint() const
     return {Typography::scaled(368), Typography::scaled(28)};
 }
 
+/// A larger font makes the field higher; it is told of nothing else, having a font of its own.
+void PathField::resizeEvent(QResizeEvent *event)
+{
+    setFont(Typography::font(TextStyle::Body));
+    QLineEdit::resizeEvent(event);
+}
+
 void PathField::paintEvent(QPaintEvent *event)
 {
     {

@@ -31,13 +31,6 @@ QSize PlainButton::minimumSizeHint() const
 void PlainButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    QColor ground;
-    if (isEnabled())
-        ground = DesignColors::color(isDown()      ? ColorRole::ControlPressed
-                                     : isHovered() ? ColorRole::ControlHover
-                                                   : ColorRole::Control);
-    ControlPaint::box(painter, rect(), ground, DesignColors::color(ColorRole::EdgeControl));
-    painter.setFont(Typography::font(TextStyle::BodyMedium));
-    painter.setPen(DesignColors::color(isEnabled() ? ColorRole::Text : ColorRole::TextDisabled));
+    paintControl(painter);
     ControlPaint::text(painter, rect().adjusted(4, 0, -4, 0), text(), Qt::AlignHCenter);
 }

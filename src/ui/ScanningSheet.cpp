@@ -1,12 +1,11 @@
 #include "ui/ScanningSheet.h"
 
 #include "platform/DesktopSettings.h"
-#include "ui/DesignColors.h"
+#include "ui/ControlPaint.h"
 #include "ui/FocusRing.h"
 #include "ui/PlainButton.h"
 #include "ui/RunningBar.h"
 #include "ui/TextLabel.h"
-#include "ui/Typography.h"
 #include "ui/VTLView.h"
 
 #include <QKeyEvent>
@@ -45,7 +44,7 @@ class SheetGround : public VTLView
 } // namespace
 
 ScanningSheet::ScanningSheet(QWidget *parent)
-    : QWidget(parent), sheet_(new SheetGround(this)), shadow_({14, 8, 0.2, 0.5}),
+    : QWidget(parent), sheet_(new SheetGround(this)),
       prefersReducedMotion_([] { return DesktopSettings::shared().prefersReducedMotion(); })
 {
     makeSheet();
@@ -62,33 +61,39 @@ ScanningSheet::ScanningSheet(QWidget *parent)
 
 void ScanningSheet::makeSheet()
 {
-    sheet_->resize(sheetSize());
-    auto *title = makeLabel(24, 20, 352, new TextLabel(TextStyle::DialogTitle, ColorRole::Text));
-    title->setText(tr("Looking through your folders"));
-    makeLabel(24, 50, 168, new TextLabel(TextStyle::Small, ColorRole::TextSecondary))
+    addLabel(TextStyle::DialogTitle, ColorRole::Text, {24, 20, 352, 0})
+        ->setText(tr("Looking through your folders"));
+    addLabel(TextStyle::Small, ColorRole::TextSecondary, {24, 50, 168, 0})
         ->setText(tr("Files found"));
-    makeLabel(200, 50, 176, new TextLabel(TextStyle::Small, ColorRole::TextSecondary))
-        ->setText(tr("Size"));
-    files_ = makeLabel(24, 64, 168, new TextLabel(TextStyle::Heading, ColorRole::Text));
+    addLabel(TextStyle::Small, ColorRole::TextSecondary, {200, 50, 176, 0})->setText(tr("Size"));
+    files_ = addLabel(TextStyle::Heading, ColorRole::Text, {24, 64, 168, 0});
     files_->setAccessibleName(tr("Found files"));
-    bytes_ = makeLabel(200, 64, 176, new TextLabel(TextStyle::Heading, ColorRole::Text));
-    auto *bar = new RunningBar(sheet_);
-    bar->setGeometry(Typography::scaled(24), Typography::scaled(100), Typography::scaled(352),
-                     Typography::scaled(4));
-    makeLabel(24, 128, 248, new TextLabel(TextStyle::Small, ColorRole::TextSecondary))
+    bytes_ = addLabel(TextStyle::Heading, ColorRole::Text, {200, 64, 176, 0});
+    parts_.push_back({new RunningBar(sheet_), {24, 100, 352, 4}});
+    addLabel(TextStyle::Small, ColorRole::TextSecondary, {24, 128, 248, 0})
         ->setText(tr("Stopping keeps what was found."));
     stop_ = new PlainButton(tr("Stop"), sheet_);
     stop_->setAccessibleName(tr("Stop"));
-    stop_->setGeometry(Typography::scaled(280), Typography::scaled(120), Typography::scaled(96),
-                       Typography::scaled(32));
+    parts_.push_back({stop_, {280, 120, 96, 32}});
+    layOut();
 }
 
-TextLabel *ScanningSheet::makeLabel(int x, int y, int width, TextLabel *label)
+TextLabel *ScanningSheet::addLabel(TextStyle style, ColorRole role, const QRect &place)
 {
-    label->setParent(sheet_);
-    label->setGeometry(Typography::scaled(x), Typography::scaled(y), Typography::scaled(width),
-                       Typography::lineHeight(label->style()));
+    auto *label = new TextLabel(style, role, sheet_);
+    parts_.push_back({label, place});
     return label;
+}
+
+void ScanningSheet::layOut()
+{
+    for (const auto &[part, at] : parts_) {
+        const auto *label = qobject_cast<TextLabel *>(part);
+        part->setGeometry(
+            Typography::scaled(at.x()), Typography::scaled(at.y()), Typography::scaled(at.width()),
+            label ? Typography::lineHeight(label->style()) : Typography::scaled(at.height()));
+    }
+    place(progress_);
 }
 
 void ScanningSheet::setFound(const QString &files, const QString &bytes)
@@ -186,6 +191,10 @@ bool ScanningSheet::event(QEvent *event)
     case QEvent::ContextMenu:
         event->accept();
         return true;
+    case QEvent::FontChange:
+    case QEvent::ApplicationFontChange:
+        layOut();
+        return QWidget::event(event);
     default:
         return QWidget::event(event);
     }
@@ -209,5 +218,5 @@ void ScanningSheet::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setOpacity(progress_);
     painter.fillRect(rect(), DesignColors::color(ColorRole::Scrim));
-    shadow_.paint(painter, sheet_->geometry());
+    ControlPaint::cardShadow(painter, sheet_->geometry());
 }

@@ -1,12 +1,14 @@
 #pragma once
 
-#include "ui/SoftShadow.h"
+#include "ui/DesignColors.h"
+#include "ui/Typography.h"
 
 #include <QPointer>
 #include <QVariantAnimation>
 #include <QWidget>
 
 #include <functional>
+#include <vector>
 
 class PlainButton;
 class TextLabel;
@@ -57,18 +59,26 @@ class ScanningSheet : public QWidget
 
   private:
     void makeSheet();
-    TextLabel *makeLabel(int x, int y, int width, TextLabel *label);
+    TextLabel *addLabel(TextStyle style, ColorRole role, const QRect &place);
+    void layOut();
     void slide(bool in);
     void place(double progress);
     void end();
     void takeFocus();
     void giveFocusBack();
 
+    /// What stands on the sheet and where, in the design's measure; a label is as high as its line.
+    struct Part
+    {
+        QWidget *widget;
+        QRect place;
+    };
+
     QWidget *sheet_;
+    std::vector<Part> parts_;
     TextLabel *files_ = nullptr;
     TextLabel *bytes_ = nullptr;
     PlainButton *stop_ = nullptr;
-    SoftShadow shadow_;
     QVariantAnimation animation_;
     std::function<bool()> prefersReducedMotion_;
     QPointer<QWidget> focusBefore_;

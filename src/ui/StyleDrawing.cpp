@@ -2,6 +2,7 @@
 
 #include "ui/ColorProperties.h"
 #include "ui/DesignColors.h"
+#include "ui/Hairline.h"
 #include "ui/InterfaceColorStyle.h"
 #include "ui/Typography.h"
 
@@ -38,13 +39,6 @@ QColor faded(QColor color, double opacity)
     return color;
 }
 
-/// One pixel, and where the device has more of them to a point, as many whole ones as fit.
-double lineWidth(const QPainter &painter)
-{
-    const double ratio = painter.device()->devicePixelRatioF();
-    return std::max(1.0, std::floor(ratio)) / ratio;
-}
-
 /// Ground and a line along its inner edge; the line lies over the ground.
 void panel(QPainter &painter, const QRect &rect, double radius, const QColor &ground,
            const QColor &edge)
@@ -55,7 +49,7 @@ void panel(QPainter &painter, const QRect &rect, double radius, const QColor &gr
     painter.setBrush(ground);
     painter.drawRoundedRect(rect, radius, radius);
     painter.setRenderHint(QPainter::Antialiasing);
-    const double width = lineWidth(painter);
+    const double width = hairline(painter);
     const double inset = width / 2;
     painter.setPen(QPen(edge, width, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.setBrush(Qt::NoBrush);

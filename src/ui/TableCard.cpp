@@ -1,22 +1,10 @@
 #include "ui/TableCard.h"
 
 #include "ui/DesignColors.h"
+#include "ui/Hairline.h"
 
 #include <QPainter>
 #include <QPainterPath>
-
-#include <cmath>
-
-namespace {
-
-/// A line of 1 that fills whole pixels of the device.
-double lineWidth(const QPainter &painter)
-{
-    const double ratio = painter.device()->devicePixelRatioF();
-    return std::fmax(1, std::round(ratio)) / ratio;
-}
-
-} // namespace
 
 void TableCard::clip(QPainter &painter, const QSizeF &size)
 {
@@ -29,7 +17,7 @@ void TableCard::clip(QPainter &painter, const QSizeF &size)
 
 void TableCard::paintEdge(QPainter &painter, const QSizeF &size)
 {
-    const double width = lineWidth(painter);
+    const double width = hairline(painter);
     const double inset = width / 2;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(DesignColors::color(ColorRole::Edge), width));

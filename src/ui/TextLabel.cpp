@@ -26,12 +26,6 @@ void TextLabel::setRole(ColorRole role)
     update();
 }
 
-void TextLabel::setElideMode(Qt::TextElideMode mode)
-{
-    elideMode_ = mode;
-    update();
-}
-
 void TextLabel::setWraps(bool wraps)
 {
     wraps_ = wraps;
@@ -65,22 +59,9 @@ int TextLabel::heightForWidth(int width) const
 QStringList TextLabel::lines(int width) const
 {
     const QFont font = Typography::font(style_);
-    if (!wraps_)
-        return {QFontMetrics(font).elidedText(text(), elideMode_, width)};
-    QStringList lines;
-    for (const QString &paragraph : text().split(QLatin1Char('\n'))) {
-        QTextLayout layout(paragraph, font);
-        QTextOption option;
-        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-        layout.setTextOption(option);
-        layout.beginLayout();
-        for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-            line.setLineWidth(width);
-            lines.append(paragraph.mid(line.textStart(), line.textLength()));
-        }
-        layout.endLayout();
-    }
-    return lines;
+    if (wraps_)
+        return Typography::wrapped(text(), font, width);
+    return {QFontMetrics(font).elidedText(text(), Qt::ElideRight, width)};
 }
 
 void TextLabel::paintEvent(QPaintEvent *)

@@ -5,9 +5,9 @@
 
 #include <QLabel>
 
-/// A text of the window in one of the design's styles. One line is elided where it does not fit,
-/// and is then its own tool tip; a label that wraps keeps the style's line height. Screen readers
-/// get the whole text.
+/// A text of the window in one of the design's styles. One line is elided at its end where it does
+/// not fit, and is then its own tool tip; a label that wraps keeps the style's line height. Screen
+/// readers get the whole text.
 ///
 /// Thread: main
 class TextLabel : public QLabel
@@ -20,8 +20,6 @@ class TextLabel : public QLabel
 
     void setStyle(TextStyle style);
     void setRole(ColorRole role);
-    /// Names and folders are elided in the middle, everything else at the end.
-    void setElideMode(Qt::TextElideMode mode);
     /// What does not fit goes on in the next line.
     void setWraps(bool wraps);
     [[nodiscard]] TextStyle style() const { return style_; }
@@ -41,6 +39,5 @@ class TextLabel : public QLabel
 
     TextStyle style_;
     ColorRole role_;
-    Qt::TextElideMode elideMode_ = Qt::ElideRight;
     bool wraps_ = false;
 };

@@ -1,7 +1,8 @@
 #include "ui/ToolTips.h"
 
+#include "ui/Typography.h"
+
 #include <QTextDocument>
-#include <QTextLayout>
 #include <QToolTip>
 
 namespace {
@@ -20,30 +21,12 @@ QString withoutMarkup(QString text)
     return text;
 }
 
-QStringList wrapped(const QString &paragraph, const QFont &font)
-{
-    QStringList lines;
-    QTextLayout layout(paragraph, font);
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    layout.setTextOption(option);
-    layout.beginLayout();
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(widest);
-        lines.append(paragraph.mid(line.textStart(), line.textLength()));
-    }
-    layout.endLayout();
-    return lines;
-}
-
 } // namespace
 
 QString ToolTips::shownText(const QString &text)
 {
-    QStringList lines;
-    for (const QString &paragraph : text.split(QLatin1Char('\n')))
-        lines += wrapped(paragraph, QToolTip::font());
-    return withoutMarkup(lines.join(QLatin1Char('\n')));
+    return withoutMarkup(
+        Typography::wrapped(text, QToolTip::font(), widest).join(QLatin1Char('\n')));
 }
 
 void ToolTips::show(const QPoint &globalPosition, const QString &text, QWidget *widget)

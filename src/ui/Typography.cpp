@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFontInfo>
+#include <QTextLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -78,11 +79,6 @@ int Typography::scaled(double length)
     return int(std::lround(length * factor()));
 }
 
-int Typography::placed(double length, int margin)
-{
-    return margin + scaled(length - margin);
-}
-
 QFont Typography::font(TextStyle style)
 {
     QFont font = QApplication::font();
@@ -94,4 +90,22 @@ QFont Typography::font(TextStyle style)
 int Typography::lineHeight(TextStyle style)
 {
     return lineHeightFor(style, factor());
+}
+
+QStringList Typography::wrapped(const QString &text, const QFont &font, int width)
+{
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    QStringList lines;
+    for (const QString &paragraph : text.split(QLatin1Char('\n'))) {
+        QTextLayout layout(paragraph, font);
+        layout.setTextOption(option);
+        layout.beginLayout();
+        for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+            line.setLineWidth(width);
+            lines.append(paragraph.mid(line.textStart(), line.textLength()));
+        }
+        layout.endLayout();
+    }
+    return lines;
 }

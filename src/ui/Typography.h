@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QSize>
+#include <QStringList>
 
 /// The texts of the design by their role; what each is for stands beside it.
 enum class TextStyle {
@@ -37,11 +38,12 @@ int lineHeightFor(TextStyle style, double factor);
 
 /// A length of the design times factor(), rounded.
 int scaled(double length);
-/// Where a place of the design lies: the part beyond the margin is scaled.
-int placed(double length, int margin = 32);
 
 QFont font(TextStyle style);
 /// The height of a line of this style.
 int lineHeight(TextStyle style);
+/// The lines that a text of one or more paragraphs takes at this width. A word that is too long for
+/// a line, as a path may be, is broken.
+QStringList wrapped(const QString &text, const QFont &font, int width);
 
 } // namespace Typography

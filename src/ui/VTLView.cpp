@@ -7,7 +7,6 @@
 
 #include <QLinearGradient>
 #include <QMouseEvent>
-#include <QPaintEvent>
 #include <QPainter>
 #include <QWindow>
 
@@ -15,8 +14,6 @@
 
 namespace {
 
-constexpr QLatin1String background("bgcolor");
-constexpr QLatin1String tint("tint");
 constexpr QLatin1String gradientStart("bggrad_start");
 constexpr QLatin1String gradientEnd("bggrad_end");
 constexpr QLatin1String topBorder("tbcolor");
@@ -26,29 +23,15 @@ constexpr QLatin1String leftBorder("lbcolor");
 
 } // namespace
 
-VTLView::VTLView(const QString &name, QWidget *parent) : QWidget(parent), name_(name)
+VTLView::VTLView(const QString &name, QWidget *parent) : ThemedView(name, parent)
 {
-    defaultInit();
 }
 
 VTLView::~VTLView() = default;
 
-void VTLView::defaultInit()
-{
-    didResignMain_ = NotificationHub::shared().observe(
-        NotificationName::windowDidResignMain,
-        [this](const auto &) { windowDidResignMainNotification(); });
-    didBecomeMain_ = NotificationHub::shared().observe(
-        NotificationName::windowDidBecomeMain,
-        [this](const auto &) { windowDidBecomeMainNotification(); });
-    isMainWindow_ = true;
-}
-
 void VTLView::changeToName(const QString &name)
 {
-    name_ = name;
-    colorCache_.drop();
-    update();
+    setName(name);
 }
 
 void VTLView::setCornerRadius(int radius)
@@ -81,58 +64,19 @@ void VTLView::setViewIsflipped(bool isFlipped)
     update();
 }
 
-void VTLView::viewWillDraw()
+void VTLView::buildColorsForDarkMode(bool isDark)
 {
-    const bool isDark = InterfaceColorStyle::isDarkMode();
-    if (!colorCache_.isBuilt() || lastMode_ != isDark)
-        buildColorCacheForDarkMode(isDark);
-}
-
-void VTLView::buildColorCacheForDarkMode(bool isDark)
-{
-    lastMode_ = isDark;
     const bool drawsDark =
         isDark || (trackForceDarkSidebarAppearance_ &&
                    UserDefaults::standard().boolean(ThemeKeys::forceDarkSidebar));
-    colorCache_.build(name_, drawsDark,
-                      {{background, QLatin1String("bg")},
-                       {gradientStart, QLatin1String("bggradstart")},
-                       {gradientEnd, QLatin1String("bggradend")},
-                       {tint, QLatin1String("tint")},
-                       {topBorder, QLatin1String("tb")},
-                       {rightBorder, QLatin1String("rb")},
-                       {bottomBorder, QLatin1String("bb")},
-                       {leftBorder, QLatin1String("lb")}});
-    const std::optional<QColor> inactive = ColorCache::inactiveColor(name_, drawsDark);
-    hasKeyColor_ = inactive.has_value();
-    if (!isMainWindow_ && inactive)
-        colorCache_.insert(tint, *inactive);
-}
-
-void VTLView::windowDidResignMainNotification()
-{
-    takeMainWindow(false);
-}
-
-void VTLView::windowDidBecomeMainNotification()
-{
-    takeMainWindow(true);
-}
-
-void VTLView::takeMainWindow(bool isMain)
-{
-    if (!hasKeyColor_)
-        return;
-    isMainWindow_ = isMain;
-    colorCache_.drop();
-    update();
-}
-
-void VTLView::paintEvent(QPaintEvent *event)
-{
-    viewWillDraw();
-    QPainter painter(this);
-    drawRect(painter, event->rect());
+    buildColors(drawsDark, {{background, QLatin1String("bg")},
+                            {gradientStart, QLatin1String("bggradstart")},
+                            {gradientEnd, QLatin1String("bggradend")},
+                            {tint, QLatin1String("tint")},
+                            {topBorder, QLatin1String("tb")},
+                            {rightBorder, QLatin1String("rb")},
+                            {bottomBorder, QLatin1String("bb")},
+                            {leftBorder, QLatin1String("lb")}});
 }
 
 void VTLView::drawRect(QPainter &painter, const QRect &dirtyRect)
@@ -140,7 +84,7 @@ void VTLView::drawRect(QPainter &painter, const QRect &dirtyRect)
     drawBorders(painter);
     // Kept on purpose: the ground covers the border lines.
     drawBackground(painter);
-    if (const auto color = colorCache_.color(tint))
+    if (const auto color = colorCache().color(tint))
         painter.fillRect(dirtyRect, *color);
 }
 
@@ -158,7 +102,7 @@ void VTLView::drawBorders(QPainter &painter) const
     // above it left free, so that no pixel is filled with two translucent colours.
     QRegion taken;
     for (const auto &[key, slice] : slices) {
-        const std::optional<QColor> color = colorCache_.color(key);
+        const std::optional<QColor> color = colorCache().color(key);
         if (!color)
             continue;
         for (const QRect &part : QRegion(slice).subtracted(taken))
@@ -169,14 +113,14 @@ void VTLView::drawBorders(QPainter &painter) const
 
 void VTLView::drawBackground(QPainter &painter) const
 {
-    const std::optional<QColor> start = colorCache_.color(gradientStart);
-    const std::optional<QColor> end = colorCache_.color(gradientEnd);
+    const std::optional<QColor> start = colorCache().color(gradientStart);
+    const std::optional<QColor> end = colorCache().color(gradientEnd);
     if (start && end) {
         QLinearGradient gradient(0, 0, 0, height());
         gradient.setColorAt(0, viewIsflipped_ ? *end : *start);
         gradient.setColorAt(1, viewIsflipped_ ? *start : *end);
         painter.fillRect(rect(), gradient);
-    } else if (const auto color = colorCache_.color(background)) {
+    } else if (const auto color = colorCache().color(background)) {
         painter.fillRect(rect(), *color);
     }
 }

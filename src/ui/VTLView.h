@@ -1,19 +1,14 @@
 #pragma once
 
-#include "platform/NotificationHub.h"
-#include "ui/ColorCache.h"
+#include "ui/ThemedView.h"
 
 #include <QMetaObject>
-#include <QWidget>
 
 /// A panel with the ground, the border lines and the tint that its style name has in the table of
 /// colours, for the current theme. What the table has not is not drawn.
 ///
-/// The cache of colours is looked at before each drawing pass, and built anew when the theme is
-/// another one than it was built for.
-///
 /// Thread: main
-class VTLView : public QWidget
+class VTLView : public ThemedView
 {
     Q_OBJECT
 
@@ -21,7 +16,6 @@ class VTLView : public QWidget
     explicit VTLView(const QString &name = {}, QWidget *parent = nullptr);
     ~VTLView() override;
 
-    [[nodiscard]] QString name() const { return name_; }
     /// Another style; the colours are looked up at the next drawing.
     void changeToName(const QString &name);
 
@@ -53,44 +47,22 @@ class VTLView : public QWidget
     [[nodiscard]] bool viewIsflipped() const { return viewIsflipped_; }
     [[nodiscard]] bool isFlipped() const { return viewIsflipped_; }
 
-    [[nodiscard]] const ColorCache &colorCache() const { return colorCache_; }
-    /// The dark flag that the cache was built for.
-    [[nodiscard]] bool lastMode() const { return lastMode_; }
-    [[nodiscard]] bool isMainWindow() const { return isMainWindow_; }
-    /// The style has a colour for windows that are not the main one.
-    [[nodiscard]] bool hasKeyColor() const { return hasKeyColor_; }
-
-    void buildColorCacheForDarkMode(bool isDark);
-
   protected:
-    /// The first thing of each drawing pass.
-    virtual void viewWillDraw();
-    virtual void drawRect(QPainter &painter, const QRect &dirtyRect);
+    void buildColorsForDarkMode(bool isDark) override;
+    void drawRect(QPainter &painter, const QRect &dirtyRect) override;
     virtual void performWindowDrag();
 
-    void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
 
   private:
-    void defaultInit();
     void observeValueForKeyPath(const QString &keyPath);
-    void windowDidResignMainNotification();
-    void windowDidBecomeMainNotification();
-    void takeMainWindow(bool isMain);
     void drawBorders(QPainter &painter) const;
     void drawBackground(QPainter &painter) const;
 
-    QString name_;
     bool allowDraggingWindow_ = false;
     int cornerRadius_ = 0;
     bool trackForceDarkSidebarAppearance_ = false;
     bool disableVibrancy_ = false;
     bool viewIsflipped_ = false;
-    ColorCache colorCache_;
-    bool lastMode_ = false;
-    bool isMainWindow_ = true;
-    bool hasKeyColor_ = false;
     QMetaObject::Connection sidebarObservation_;
-    NotificationHub::Token didResignMain_;
-    NotificationHub::Token didBecomeMain_;
 };

@@ -6,6 +6,7 @@ vantorel_add_library(vantorel_ui_controls GUI
     ButtonBlue.cpp
     ButtonRed.cpp
     Card.cpp
+    CardRow.cpp
     CautionBand.cpp
     CautionList.cpp
     ControlButton.cpp

@@ -13,6 +13,7 @@ vantorel_add_library(vantorel_ui_theme GUI
     RoundedCorners.cpp
     StyleDrawing.cpp
     TextLabel.cpp
+    ThemedView.cpp
     ToolTips.cpp
     Typography.cpp
     VTLLine.cpp

@@ -13,7 +13,6 @@ vantorel_add_library(vantorel_ui_window GUI
     OpenPanelModel.cpp
     PushTransition.cpp
     ScanningSheet.cpp
-    SoftShadow.cpp
     ViewAnimator.cpp
     VTLGetMainWindow.cpp
     WindowGeometry.cpp

@@ -90,6 +90,19 @@ class CardTest : public QObject
         COMPARE_COLOR(image.pixelColor(0, 0), ground);
     }
 
+    void aFieldsTextGrowsWithTheFontWhileItStands()
+    {
+        const QFont usual = QApplication::font();
+        PaintedWidget::useFontOf(13);
+        PathField field;
+        field.show();
+        QCOMPARE(field.font().pixelSize(), 13);
+        PaintedWidget::useFontOf(20);
+        field.resize(field.sizeHint());
+        QCOMPARE(field.font().pixelSize(), 20);
+        QApplication::setFont(usual);
+    }
+
     void aDisabledFieldHasNoGround()
     {
         PathField field;

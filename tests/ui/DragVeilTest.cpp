@@ -1,9 +1,9 @@
 #include "ui/DragVeil.h"
 
 #include "ui/ColorProperties.h"
+#include "ui/ControlPaint.h"
 #include "ui/DesignColors.h"
 #include "ui/PaintedWidget.h"
-#include "ui/SoftShadow.h"
 #include "ui/ThemedPreferences.h"
 
 #include <QTest>
@@ -124,14 +124,18 @@ void DragVeilTest::screenReadersGetItsTexts()
 
 void DragVeilTest::theShadowIsDarkestUnderItsBoxAndEndsWithinItsReach()
 {
-    const QImage shadow = SoftShadow::image({200, 100}, 10, 0.5);
-    const int reach = SoftShadow::reach(10);
-    QCOMPARE(shadow.size(), QSize(200 + 2 * reach, 100 + 2 * reach));
+    constexpr int reach = 30; // three times half the blur
+    QImage shadow(200 + 2 * reach + 20, 100 + 2 * reach, QImage::Format_ARGB32_Premultiplied);
+    shadow.fill(Qt::transparent);
+    QPainter painter(&shadow);
+    ControlPaint::shadow(painter, QRectF(reach, reach, 200, 100), QColor(0, 0, 0, 127), 20, 0);
+    painter.end();
     const auto opacity = [&shadow](int x, int y) { return shadow.pixelColor(x, y).alpha(); };
     QVERIFY(std::abs(opacity(100 + reach, 50 + reach) - 127) <= 1);
     // On the box's edge half of it.
     QVERIFY(std::abs(opacity(reach, 50 + reach) - 64) <= 3);
     QVERIFY(opacity(0, 50 + reach) <= 1);
+    QCOMPARE(opacity(200 + 2 * reach, 50 + reach), 0);
 }
 
 QTEST_MAIN(DragVeilTest)

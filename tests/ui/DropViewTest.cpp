@@ -33,6 +33,7 @@ class DropViewTest : public QObject
     void theFrameIsDashedAtRestAndSolidUnderADrag();
     void theCalloutWaitsBehindTheHeader();
     void theCalloutHasItsDrawing();
+    void theCalloutGrowsWithTheFontWhileItStands();
     void aClickOnTheCalloutActsLikeTheAddButton();
     void theCalloutGoesBackToItsPlace();
     void theButtonChooses();
@@ -230,6 +231,16 @@ void DropViewTest::theCalloutHasItsDrawing()
     const auto *text = view_->viewBtnInfo()->findChild<TextLabel *>();
     QCOMPARE(text->text(), QStringLiteral("Or add files and folders here"));
     QCOMPARE(text->pos(), QPoint(36, 9));
+}
+
+void DropViewTest::theCalloutGrowsWithTheFontWhileItStands()
+{
+    QCOMPARE(view_->viewBtnInfo()->size(), QSize(304, 30));
+    ViewScene::setFontPixels(20);
+    QTRY_COMPARE(view_->viewBtnInfo()->size(), QSize(36 + Typography::scaled(304 - 36), 30));
+    const auto *text = view_->viewBtnInfo()->findChild<TextLabel *>();
+    QCOMPARE(text->height(), Typography::lineHeight(TextStyle::Small));
+    QVERIFY(text->height() > 16);
 }
 
 void DropViewTest::aClickOnTheCalloutActsLikeTheAddButton()

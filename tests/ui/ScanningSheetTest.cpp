@@ -48,11 +48,12 @@ class ScanningSheetTest : public QObject
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase();
+    void init();
 
     void theSheetHangsFromTheTopInTheMiddle_data();
     void theSheetHangsFromTheTopInTheMiddle();
     void itsPartsStandInTheirPlaces();
+    void itGrowsWithTheFontWhileItStands();
     void itShowsWhatWasFound();
     void itSlidesInAndTellsWhenItHasGone();
     void aSheetClosedOnItsWayInTurnsBack();
@@ -69,7 +70,7 @@ class ScanningSheetTest : public QObject
     ThemedPreferences preferences_;
 };
 
-void ScanningSheetTest::initTestCase()
+void ScanningSheetTest::init()
 {
     PaintedWidget::useFontOf(13);
 }
@@ -107,6 +108,20 @@ void ScanningSheetTest::itsPartsStandInTheirPlaces()
     QCOMPARE(texts[QStringLiteral("Files found")].topLeft(), QPoint(24, 50));
     QCOMPARE(texts[QStringLiteral("Size")].topLeft(), QPoint(200, 50));
     QCOMPARE(texts[QStringLiteral("Stopping keeps what was found.")].topLeft(), QPoint(24, 128));
+}
+
+void ScanningSheetTest::itGrowsWithTheFontWhileItStands()
+{
+    Scene scene;
+    scene.setReducedMotion();
+    scene.sheet->open();
+    PaintedWidget::useFontOf(20);
+    QTRY_COMPARE(scene.paper()->size(), QSize(Typography::scaled(400), Typography::scaled(168)));
+    QCOMPARE(scene.paper()->x(), (scene.window.width() - scene.paper()->width()) / 2);
+    QCOMPARE(scene.sheet->btnStopScanning()->height(), Typography::scaled(32));
+    QCOMPARE(Typography::scaled(32), 49);
+    for (const TextLabel *label : scene.paper()->findChildren<TextLabel *>())
+        QCOMPARE(label->height(), Typography::lineHeight(label->style()));
 }
 
 void ScanningSheetTest::itShowsWhatWasFound()

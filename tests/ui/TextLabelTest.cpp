@@ -57,8 +57,7 @@ class TextLabelTest : public QObject
     void cleanup() { preferences_.reset(); }
 
     void aTextThatFitsIsShownWhole();
-    void aTextThatDoesNotFitIsElided_data();
-    void aTextThatDoesNotFitIsElided();
+    void aTextThatDoesNotFitIsElidedAtItsEnd();
     void oneLineStandsInTheMiddleOfItsHeight();
     void textIsAlignedAsAsked();
     void aWrappingLabelTakesOneLineHeightALine();
@@ -97,23 +96,14 @@ void TextLabelTest::aTextThatFitsIsShownWhole()
     QCOMPARE(painted(label), whole);
 }
 
-void TextLabelTest::aTextThatDoesNotFitIsElided_data()
+void TextLabelTest::aTextThatDoesNotFitIsElidedAtItsEnd()
 {
-    QTest::addColumn<int>("mode");
-    QTest::newRow("at its end") << int(Qt::ElideRight);
-    QTest::newRow("in the middle") << int(Qt::ElideMiddle);
-}
-
-void TextLabelTest::aTextThatDoesNotFitIsElided()
-{
-    QFETCH(int, mode);
     TextLabel label(TextStyle::Body);
     label.setText(longName);
-    label.setElideMode(Qt::TextElideMode(mode));
     label.resize(150, 20);
     TextLabel expected(TextStyle::Body);
-    expected.setText(QFontMetrics(Typography::font(TextStyle::Body))
-                         .elidedText(longName, Qt::TextElideMode(mode), 150));
+    expected.setText(
+        QFontMetrics(Typography::font(TextStyle::Body)).elidedText(longName, Qt::ElideRight, 150));
     QVERIFY(expected.text() != longName);
     expected.resize(label.size());
     QCOMPARE(Pixels::painted(label), Pixels::painted(expected));

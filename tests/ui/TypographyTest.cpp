@@ -127,26 +127,19 @@ void TypographyTest::lengthsGrowWithTheFont_data()
 {
     QTest::addColumn<int>("pixels");
     QTest::addColumn<int>("scaled");
-    QTest::addColumn<int>("placed");
-    QTest::addColumn<int>("placedInACard");
-    QTest::newRow("usual") << 13 << 100 << 100 << 100;
-    QTest::newRow("small") << 9 << 100 << 100 << 100;
-    QTest::newRow("larger") << 16 << 123 << 116 << 119;
-    QTest::newRow("by half") << 20 << 154 << 137 << 145;
-    QTest::newRow("too large") << 40 << 160 << 141 << 150;
+    QTest::newRow("usual") << 13 << 100;
+    QTest::newRow("small") << 9 << 100;
+    QTest::newRow("larger") << 16 << 123;
+    QTest::newRow("by half") << 20 << 154;
+    QTest::newRow("too large") << 40 << 160;
 }
 
 void TypographyTest::lengthsGrowWithTheFont()
 {
     QFETCH(int, pixels);
     QFETCH(int, scaled);
-    QFETCH(int, placed);
-    QFETCH(int, placedInACard);
     setFontPixels(pixels);
     QCOMPARE(Typography::scaled(100), scaled);
-    QCOMPARE(Typography::placed(100), placed);
-    QCOMPARE(Typography::placed(100, 16), placedInACard);
-    QCOMPARE(Typography::placed(32), 32);
 }
 
 void TypographyTest::aFontInPointsCountsByItsPixels()

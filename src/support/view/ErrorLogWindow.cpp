@@ -44,6 +44,7 @@ ErrorLogWindow::ErrorLogWindow(QWidget *parent)
     connectParts();
     addShortcuts();
     showCount();
+    updateButton();
 }
 
 ErrorLogWindow::~ErrorLogWindow() = default;
@@ -58,8 +59,9 @@ void ErrorLogWindow::connectParts()
     connect(showButton_, &PlainButton::clicked, this, &ErrorLogWindow::showSelected);
     connect(&model_, &QAbstractItemModel::rowsInserted, this, &ErrorLogWindow::showCount);
     connect(&model_, &QAbstractItemModel::modelReset, this, &ErrorLogWindow::showCount);
+    connect(&model_, &QAbstractItemModel::modelReset, this, &ErrorLogWindow::updateButton);
     connect(table_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            &ErrorLogWindow::showCount);
+            &ErrorLogWindow::updateButton);
 }
 
 void ErrorLogWindow::addShortcuts()
@@ -168,6 +170,10 @@ void ErrorLogWindow::showCount()
                         : count == 1
                             ? tr("1 file could not be erased")
                             : tr("%1 files could not be erased").arg(NumberText::grouped(count)));
+}
+
+void ErrorLogWindow::updateButton()
+{
     showButton_->setEnabled(!table_->selectedOrClickedRows().isEmpty());
 }
 

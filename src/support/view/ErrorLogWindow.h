@@ -52,6 +52,7 @@ class ErrorLogWindow : public FramelessWindow
     void connectParts();
     void addShortcuts();
     void showCount();
+    void updateButton();
     void showSelected();
 
     ErrorLogModel model_;
