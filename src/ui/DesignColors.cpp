@@ -102,6 +102,8 @@ Pair pair(ColorRole role)
         return {rgb(0xFAFBFB), rgb(0x2B3137)};
     case ColorRole::Scrim:
         return {rgb(0x182028, 30), rgb(0x06090C, 50)};
+    case ColorRole::DialogStrip:
+        return {rgb(ink, 4.5), rgb(0, 12)};
     case ColorRole::PassLine:
         return {rgb(ink, 55), rgb(white, 50)};
     case ColorRole::PassFill:

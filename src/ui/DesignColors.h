@@ -38,7 +38,8 @@ enum class ColorRole {
     DropBackground,
     DropDash,
     Menu,
-    Scrim, ///< over a window under a sheet or dialog
+    Scrim,       ///< over a window under a sheet or dialog
+    DialogStrip, ///< behind a dialog's buttons
     PassLine,
     PassFill,
     Blue ///< progress, pass cells of a run; the same in both themes

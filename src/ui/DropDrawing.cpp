@@ -5,6 +5,7 @@
 
 #include <QLinearGradient>
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 #include <array>
@@ -20,6 +21,8 @@ constexpr double lowestRow = 73;
 constexpr double squareRadius = 1.5;
 constexpr double risePerRow = 1.6;
 constexpr double outwards = 4;
+/// Of the drawing, without what stands beside page and squares.
+constexpr QRectF motif(60, 0, 120, height);
 
 struct Row
 {
@@ -37,30 +40,34 @@ constexpr std::array<Row, 6> rows{{
     {4.8, {0.00, 0.22, 0.00, 0.30, 0.00, 0.18, 0.00, 0.26}},
 }};
 
-QColor blue(double opacity)
+QColor faint(QColor color, double opacity)
 {
-    QColor color = DesignColors::color(ColorRole::Blue);
     color.setAlphaF(float(opacity));
     return color;
 }
 
-void paintRow(QPainter &painter, const Row &row, double middle)
+QColor blue(double opacity)
+{
+    return faint(DesignColors::color(ColorRole::Blue), opacity);
+}
+
+void paintRow(QPainter &painter, const Row &row, double middle, const QColor &color)
 {
     const double radius = std::min(squareRadius, row.side / 4);
     double x = firstColumn;
     for (const double opacity : row.opacities) {
-        painter.setBrush(blue(opacity));
+        painter.setBrush(faint(color, opacity));
         painter.drawRoundedRect(QRectF(x - row.side / 2, middle - row.side / 2, row.side, row.side),
                                 radius, radius);
         x += cell;
     }
 }
 
-void paintSquares(QPainter &painter, double spread)
+void paintSquares(QPainter &painter, double spread, const QColor &color)
 {
     double middle = lowestRow;
     for (const Row &row : rows) {
-        paintRow(painter, row, middle);
+        paintRow(painter, row, middle, color);
         middle -= cell + risePerRow * spread;
     }
 }
@@ -81,6 +88,20 @@ void paintPart(QPainter &painter, const QString &name, double shift)
     Pictures::paint(painter, name, QRectF(shift, 0, width, height));
 }
 
+/// The page without its folded corner.
+QPainterPath pageShape()
+{
+    constexpr double corner = 6;
+    QPainterPath page(QPointF(72, 84));
+    page.lineTo(168, 84);
+    page.lineTo(168, 138);
+    page.lineTo(142, 164);
+    page.lineTo(72 + corner, 164);
+    page.arcTo(72, 164 - 2 * corner, 2 * corner, 2 * corner, 270, -90);
+    page.closeSubpath();
+    return page;
+}
+
 } // namespace
 
 QSizeF DropDrawing::size()
@@ -98,7 +119,20 @@ void DropDrawing::paint(QPainter &painter, const QRectF &rect, double spread)
     paintPart(painter, QStringLiteral("drop_folder"), -outwards * spread);
     paintPart(painter, QStringLiteral("drop_picture"), outwards * spread);
     paintPart(painter, QStringLiteral("drop_page"), 0);
-    paintSquares(painter, spread);
+    paintSquares(painter, spread, blue(1));
     paintLine(painter);
+    painter.restore();
+}
+
+void DropDrawing::paintMotif(QPainter &painter, const QRectF &rect, const QColor &color)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.translate(rect.topLeft());
+    painter.scale(rect.width() / motif.width(), rect.height() / motif.height());
+    painter.translate(-motif.topLeft());
+    painter.fillPath(pageShape(), color);
+    paintSquares(painter, 0, color);
     painter.restore();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QRectF>
 
 class QPainter;
@@ -16,4 +17,6 @@ class DropDrawing
     /// In the theme's form. With `spread` (0 to 1) its parts come apart: the squares by rows,
     /// folder and picture outwards.
     static void paint(QPainter &painter, const QRectF &rect, double spread = 0);
+    /// Page and squares alone, as shapes in one colour.
+    static void paintMotif(QPainter &painter, const QRectF &rect, const QColor &color);
 };

@@ -96,6 +96,7 @@ void DesignColorsTest::everyRoleHasItsColourInBothThemes_data()
     row("drop.dash", ColorRole::DropDash, color(0x101820, 77), color(0xFFFFFF, 61));
     row("menu", ColorRole::Menu, color(0xFAFBFB), color(0x2B3137));
     row("scrim", ColorRole::Scrim, color(0x182028, 77), color(0x06090C, 128));
+    row("dialog strip", ColorRole::DialogStrip, color(0x101820, 11), color(0, 31));
     row("pass.line", ColorRole::PassLine, color(0x101820, 140), color(0xFFFFFF, 128));
     row("pass.fill", ColorRole::PassFill, color(0x3A4650), color(0xC9D2DA));
     row("blue", ColorRole::Blue, color(0x5C9CDF), color(0x5C9CDF));
