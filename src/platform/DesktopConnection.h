@@ -3,7 +3,8 @@
 #include <QDBusConnection>
 #include <QString>
 
-/// The connection to the desktop's services: the session bus, or one of another name in tests.
+/// The connections to the desktop's services (the session bus) and to the system's (the system
+/// bus), or others by their names in tests.
 ///
 /// Thread: main
 namespace DesktopConnection {
@@ -11,6 +12,11 @@ namespace DesktopConnection {
 inline QDBusConnection named(const QString &name)
 {
     return name.isEmpty() ? QDBusConnection::sessionBus() : QDBusConnection(name);
+}
+
+inline QDBusConnection systemNamed(const QString &name)
+{
+    return name.isEmpty() ? QDBusConnection::systemBus() : QDBusConnection(name);
 }
 
 } // namespace DesktopConnection

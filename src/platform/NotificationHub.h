@@ -65,6 +65,9 @@ inline constexpr QLatin1String colorThemeChanged("ColorThemeChangedNotification"
 inline constexpr QLatin1String windowDidBecomeMain("WindowDidBecomeMain");
 inline constexpr QLatin1String windowDidResignMain("WindowDidResignMain");
 inline constexpr QLatin1String reopenMainWindow("ReopenMainWindow");
+/// A run of the eraser, from Start to what is told at its end.
+inline constexpr QLatin1String runDidStart("RunDidStart");
+inline constexpr QLatin1String runDidEnd("RunDidEnd");
 inline constexpr QLatin1String applicationWillTerminate("ApplicationWillTerminate");
 
 } // namespace NotificationName

@@ -1,5 +1,6 @@
 #include "platform/UserNotification.h"
 
+#include "platform/ApplicationId.h"
 #include "platform/DesktopConnection.h"
 #include "platform/MainThread.h"
 #include "platform/SystemLog.h"
@@ -18,10 +19,10 @@ QDBusMessage notifyCall(const QString &title, const QString &text)
     const QString name = QStringLiteral("org.freedesktop.Notifications");
     QDBusMessage call = QDBusMessage::createMethodCall(
         name, QStringLiteral("/org/freedesktop/Notifications"), name, QStringLiteral("Notify"));
-    const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("vantorel")},
+    const QVariantMap hints{{QStringLiteral("desktop-entry"), QString(applicationId)},
                             {QStringLiteral("sound-name"), QStringLiteral("message-new-instant")}};
     const QStringList actions;
-    call << QStringLiteral("Vantorel") << newNote << QStringLiteral("vantorel") << title << text
+    call << QStringLiteral("Vantorel") << newNote << QString(applicationId) << title << text
          << actions << hints << usualTimeOnScreen;
     return call;
 }

@@ -22,12 +22,20 @@ inline void dropPrivileges()
     ::prctl(PR_SET_DUMPABLE, 1);
 }
 
+#ifdef QT_WIDGETS_LIB
+#include <QApplication>
+using UnprivilegedApplication = QApplication;
+#else
+#include <QCoreApplication>
+using UnprivilegedApplication = QCoreApplication;
+#endif
+
 /// main() of a test that runs without privileges.
 #define UNPRIVILEGED_TEST_MAIN(TestClass)                                                          \
     int main(int argc, char *argv[])                                                               \
     {                                                                                              \
         dropPrivileges();                                                                          \
-        QCoreApplication application(argc, argv);                                                  \
+        UnprivilegedApplication application(argc, argv);                                                  \
         TestClass test;                                                                            \
         return QTest::qExec(&test, argc, argv);                                                    \
     }

@@ -26,6 +26,7 @@ class FakeFileManager : public QObject, protected QDBusContext
     }
 
     bool refuses = false;
+    bool hangs = false;
     int count = 0;
     QStringList uris;
 
@@ -34,6 +35,7 @@ class FakeFileManager : public QObject, protected QDBusContext
     {
         ++count;
         uris = givenUris;
+        setDelayedReply(hangs);
         if (refuses)
             sendErrorReply(QDBusError::Failed, QStringLiteral("no window"));
     }
@@ -52,10 +54,12 @@ class FileManagerTest : public QObject
     void noFilesAreNotAskedFor();
     void withoutAFileManagerTheFolderIsOpened();
     void aFileManagerThatRefusesGivesWayToTheFolder();
+    void aFileManagerThatHangsGivesWayToTheFolderAfterTheTimeLimit();
+    void aFileManagerIsStartedOnDemand();
     void whereNothingOpensTheFolderTheCauseIsTold();
 
   private:
-    void show(const std::vector<QByteArray> &paths);
+    void show(const std::vector<QByteArray> &paths, int milliseconds = 20000);
 
     std::unique_ptr<PrivateBus> bus_;
     std::unique_ptr<FakeFileManager> manager_;
@@ -87,11 +91,11 @@ void FileManagerTest::cleanup()
     scratch_.reset();
 }
 
-void FileManagerTest::show(const std::vector<QByteArray> &paths)
+void FileManagerTest::show(const std::vector<QByteArray> &paths, int milliseconds)
 {
     FileManager::showItems({paths.begin(), paths.end()},
                            [this](const QString &problem) { problems_.append(problem); },
-                           {connection_, 20000, opener_});
+                           {connection_, milliseconds, opener_});
 }
 
 void FileManagerTest::theFilesAreShownByTheirBytes()
@@ -134,6 +138,37 @@ void FileManagerTest::aFileManagerThatRefusesGivesWayToTheFolder()
     QVERIFY(manager_->appear(bus_->connection()));
     show({"/folder/a"});
     QTRY_VERIFY(Scratch::exists(scratch_->path("opened")));
+}
+
+void FileManagerTest::aFileManagerThatHangsGivesWayToTheFolderAfterTheTimeLimit()
+{
+    manager_->hangs = true;
+    QVERIFY(manager_->appear(bus_->connection()));
+    show({"/folder/a"}, 300);
+    QTRY_COMPARE(manager_->count, 1);
+    QTRY_VERIFY(Scratch::exists(scratch_->path("opened")));
+    QCOMPARE(Scratch::content(scratch_->path("opened")), QByteArray("file:///folder"));
+    QCOMPARE(manager_->count, 1);
+    QVERIFY(problems_.isEmpty());
+}
+
+/// This one ends at once, so that the folder is opened after all.
+void FileManagerTest::aFileManagerIsStartedOnDemand()
+{
+    const QByteArray program =
+        scratch_->file("manager", "#!/bin/sh\n: > '" + scratch_->path("started") + "'\nexit 1\n");
+    QVERIFY(::chmod(program.constData(), 0755) == 0);
+    const QByteArray services = scratch_->folder("services");
+    QVERIFY(
+        !scratch_
+             ->file("services/org.freedesktop.FileManager1.service",
+                    "[D-BUS Service]\nName=org.freedesktop.FileManager1\nExec=" + program + '\n')
+             .isEmpty());
+    const auto bus = std::make_unique<PrivateBus>(services);
+    connection_ = bus->connection().name();
+    show({"/folder/a"});
+    QTRY_VERIFY(Scratch::exists(scratch_->path("opened")));
+    QVERIFY(Scratch::exists(scratch_->path("started")));
 }
 
 void FileManagerTest::whereNothingOpensTheFolderTheCauseIsTold()

@@ -33,20 +33,21 @@ class FakeNotifications : public QObject, protected QDBusContext
 
     Answer answer = Answer::Yes;
     int count = 0;
-    QString application, summary, body;
+    QString application, icon, summary, body;
     uint replaced = 99;
     QStringList actions{QStringLiteral("none yet")};
     QVariantMap hints;
     int timeout = 99;
 
   public Q_SLOTS:
-    uint Notify(const QString &givenApplication, uint givenReplaced, const QString & /*icon*/,
+    uint Notify(const QString &givenApplication, uint givenReplaced, const QString &givenIcon,
                 const QString &givenSummary, const QString &givenBody,
                 const QStringList &givenActions, const QVariantMap &givenHints, int givenTimeout)
     {
         ++count;
         application = givenApplication;
         replaced = givenReplaced;
+        icon = givenIcon;
         summary = givenSummary;
         body = givenBody;
         actions = givenActions;
@@ -120,7 +121,8 @@ void UserNotificationTest::theServiceShowsTitleTextAndSoundWithoutButtons()
     QCOMPARE(service_->hints.value(QStringLiteral("sound-name")).toString(),
              QStringLiteral("message-new-instant"));
     QCOMPARE(service_->hints.value(QStringLiteral("desktop-entry")).toString(),
-             QStringLiteral("vantorel"));
+             QStringLiteral("org.vantorel.Vantorel"));
+    QCOMPARE(service_->icon, QStringLiteral("org.vantorel.Vantorel"));
     QCOMPARE(service_->timeout, -1);
     QCOMPARE(log.lines(), QStringList());
 }
