@@ -34,6 +34,8 @@ test_needs=(
     "at-spi2-core atspi"      # texts and names as screen readers get them
     "python3-pyatspi atspi"
     "gir1.2-gtk-3.0 atspi"    # a program of another toolkit to drag files from
+    "desktop-file-utils desktop-file-validate" # judges the entries for menus
+    "appstream appstreamcli"  # and the page for software centres
 )
 
 # Each argument is a line.
