@@ -3,13 +3,16 @@
 #include "app/DefaultsTable.h"
 #include "app/FolderScanUrls.h"
 #include "engine/FileUtils.h"
+#include "platform/ApplicationService.h"
 #include "platform/DarkAppearance.h"
 #include "platform/NotificationHub.h"
 #include "platform/PathBytes.h"
 #include "platform/UserDefaults.h"
+#include "ui/DialogBoxes.h"
 #include "ui/MainWindow.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QFile>
 #include <QTimer>
 
@@ -18,6 +21,11 @@
 using namespace std::chrono_literals;
 
 namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("AppDelegate", text);
+}
 
 QStringList searchPath(QStandardPaths::StandardLocation kind, AppDelegate::SearchPathDomain domain)
 {
@@ -31,14 +39,28 @@ QStringList searchPath(QStandardPaths::StandardLocation kind, AppDelegate::Searc
 
 } // namespace
 
-bool AppDelegate::initialize(QByteArray *supportPath)
+AppDelegate::AppDelegate(Private, Desktop desktop) : desktop_(std::move(desktop))
 {
+}
+
+std::shared_ptr<AppDelegate> AppDelegate::create(Desktop desktop)
+{
+    return std::make_shared<AppDelegate>(Private{}, std::move(desktop));
+}
+
+bool AppDelegate::initialize()
+{
+    QByteArray supportPath;
     if (!findOrCreateDirectory(QStandardPaths::GenericDataLocation, SearchPathDomain::User,
-                               "Vantorel", supportPath))
+                               "Vantorel", &supportPath)) {
+        DialogBoxes::alertBoxDefault(tr("Unable to access AppSupportPath"),
+                                     tr("No access to:\n%1\n\nVantorel will close now.")
+                                         .arg(PathBytes::printable(supportPath)));
         return false;
+    }
     UserDefaults::standard().registerDefaults(
         DefaultsTable::defaults({QStringLiteral(VANTOREL_VERSION), QStringLiteral(VANTOREL_BUILD),
-                                 QFile::decodeName(*supportPath), DarkAppearance::isSupported()}));
+                                 QFile::decodeName(supportPath), DarkAppearance::isSupported()}));
     return true;
 }
 
@@ -75,7 +97,31 @@ void AppDelegate::applicationDidFinishLaunching()
     QObject::connect(window_, &MainWindow::resignedKey,
                      whileHere(&AppDelegate::windowDidResignKey));
     DropReceiver::setShared(shared_from_this());
+    setUpService();
     startGUI();
+    disableAppNap();
+}
+
+void AppDelegate::setUpService()
+{
+    if (!desktop_.service)
+        return;
+    const auto show = [self = weak_from_this()](const PlatformData &platformData) {
+        if (const auto delegate = self.lock()) {
+            platformData.putIntoEnvironment();
+            delegate->applicationShouldHandleReopen(delegate->window_->isVisible());
+        }
+    };
+    ApplicationService::Receiver receiver;
+    receiver.activate = show;
+    receiver.action = [show](const QString &, const PlatformData &data) { show(data); };
+    receiver.open = [self = weak_from_this(), show](const std::vector<QByteArray> &paths,
+                                                    const PlatformData &data) {
+        show(data);
+        if (const auto delegate = self.lock())
+            delegate->openFiles(paths);
+    };
+    desktop_.service->deliverTo(std::move(receiver));
 }
 
 void AppDelegate::openFiles(const std::vector<QByteArray> &paths)
@@ -127,4 +173,10 @@ void AppDelegate::windowDidBecomeKey()
 void AppDelegate::windowDidResignKey()
 {
     menuItemMainWindow_->setChecked(false);
+}
+
+void AppDelegate::disableAppNap()
+{
+    if (desktop_.beginActivity)
+        activity_ = desktop_.beginActivity();
 }

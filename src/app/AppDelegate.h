@@ -6,17 +6,20 @@
 #include <QByteArray>
 #include <QStandardPaths>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
 class MainWindow;
+class ApplicationService;
 class QAction;
 
 /// Brings the application up, and is the door through which files from outside reach the queue:
 /// each entry ends in one "FolderScanUrls". It knows the main window and nothing of the run.
 ///
 /// Thread:       main
-/// Owns:         nothing.  Holds weakly: the window and its menu item, which outlive it
+/// Owns:         the activity.  Holds weakly: the window, its menu item and the desktop's service,
+///               which outlive it
 /// Failure:      without a support folder initialize() answers false and nothing is to be started
 class AppDelegate : public DropReceiver, public std::enable_shared_from_this<AppDelegate>
 {
@@ -27,19 +30,24 @@ class AppDelegate : public DropReceiver, public std::enable_shared_from_this<App
   public:
     enum class SearchPathDomain { User, System };
 
-    static std::shared_ptr<AppDelegate> create()
+    /// What the desktop has for it; without it the application is heard of by nobody, and the
+    /// machine may fall asleep.
+    struct Desktop
     {
-        return std::make_shared<AppDelegate>(Private{});
-    }
-    explicit AppDelegate(Private) {}
+        ApplicationService *service = nullptr;
+        std::function<std::shared_ptr<void>()> beginActivity;
+    };
+
+    static std::shared_ptr<AppDelegate> create(Desktop desktop);
+    AppDelegate(Private, Desktop desktop);
 
     void setWindow(MainWindow *window) { window_ = window; }
     void setMenuItemMainWindow(QAction *item) { menuItemMainWindow_ = item; }
 
     /// Installs the fallbacks of the preferences and makes sure of the support folder; before
-    /// anything reads a preference. `supportPath` gets the folder's path, also where it could not
-    /// be made; null where there is no place for it.
-    static bool initialize(QByteArray *supportPath);
+    /// anything reads a preference. Where the folder cannot be made it says so in a dialog and
+    /// answers false.
+    static bool initialize();
     /// The first folder of this kind in the domain, with the component appended; made if nothing
     /// stands there. Kept on purpose: what stands there need not be a folder.
     static bool findOrCreateDirectory(QStandardPaths::StandardLocation kind,
@@ -52,6 +60,8 @@ class AppDelegate : public DropReceiver, public std::enable_shared_from_this<App
     void openFiles(const std::vector<QByteArray> &paths) override;
     void addUrlArrayToQueue(const std::vector<FileUrl> &urls);
 
+    /// From now on other programs reach the queue, and bring the window to the front.
+    void setUpService();
     void startGUI();
     void notifyAppThatGUIIsStarted();
     void showMainWindow();
@@ -59,8 +69,12 @@ class AppDelegate : public DropReceiver, public std::enable_shared_from_this<App
     bool applicationShouldHandleReopen(bool hasVisibleWindows);
     void windowDidBecomeKey();
     void windowDidResignKey();
+    /// Keeps the machine from falling asleep by itself, to the process's end.
+    void disableAppNap();
 
   private:
+    Desktop desktop_;
+    std::shared_ptr<void> activity_;
     MainWindow *window_ = nullptr;
     QAction *menuItemMainWindow_ = nullptr;
 };

@@ -13,6 +13,7 @@ struct Situation
     bool isBusyWiping = false;
     bool isScanningFiles = false;
     bool isDialogOpen = false;
+    bool isDragOver = false; ///< files hang over the window
     bool isQueueEmpty = true;
 };
 
@@ -20,7 +21,7 @@ struct Situation
 constexpr bool shouldQuit(const Situation &now)
 {
     return now.isWanted && !now.hasFailures && !now.isBusyWiping && !now.isScanningFiles &&
-           !now.isDialogOpen && now.isQueueEmpty;
+           !now.isDialogOpen && !now.isDragOver && now.isQueueEmpty;
 }
 
 } // namespace AutoExit

@@ -5,6 +5,11 @@
 #include "app/MainMenuController.h"
 #include "app/MainVC.h"
 #include "app/PreferencesPresenter.h"
+#include "app/Termination.h"
+#include "platform/ProcessEnd.h"
+#include "platform/ShutdownDelay.h"
+#include "platform/StopSignals.h"
+#include "platform/UserDefaults.h"
 #include "support/view/ErrorLogWindow.h"
 #include "ui/DropView.h"
 #include "ui/FinishedView.h"
@@ -16,6 +21,11 @@
 #include "ui/ReadyView.h"
 #include "ui/ScanningSheet.h"
 
+#include <QApplication>
+#include <QSessionManager>
+
+#include <vector>
+
 /// The parts in the order in which they depend on each other: the last made goes first.
 struct MainInterface::Parts
 {
@@ -23,29 +33,83 @@ struct MainInterface::Parts
     std::shared_ptr<MainVC> workflow;
     std::unique_ptr<PreferencesPresenter> preferences;
     std::unique_ptr<MainMenuController> menu;
+    std::unique_ptr<Termination> termination;
+    std::unique_ptr<ShutdownDelay> shutdownDelay;
+    std::unique_ptr<StopSignals> stopSignals;
+    std::vector<NotificationHub::Token> runObservers;
 
+    [[nodiscard]] MainSurroundings surroundings();
+    void makeTermination();
+    void connectSystem();
     void connectViews();
     void connectPreferences();
     void connectWindow();
 };
 
-MainInterface::MainInterface(AppDelegate &delegate) : parts_(std::make_unique<Parts>())
+MainInterface::MainInterface(AppDelegate &delegate, bool canBeReopened)
+    : parts_(std::make_unique<Parts>())
 {
     Parts &parts = *parts_;
-    // Nothing brings a hidden window back yet, so it is minimised instead.
-    parts.layout.window.setCanBeReopened([] { return false; });
+    parts.layout.window.setCanBeReopened([canBeReopened] { return canBeReopened; });
     parts.layout.window.awakeFromNib();
     parts.layout.errorLog.awakeFromNib();
-    parts.workflow = MainVC::create(parts.layout.outlets);
+    parts.workflow = MainVC::create(parts.layout.outlets, parts.surroundings());
     parts.workflow->awakeFromNib();
     parts.connectViews();
     parts.connectPreferences();
     parts.connectWindow();
+    parts.makeTermination();
+    parts.connectSystem();
     delegate.setWindow(&parts.layout.window);
     delegate.setMenuItemMainWindow(parts.layout.window.mainMenu()->mainWindow());
 }
 
 MainInterface::~MainInterface() = default;
+
+MainSurroundings MainInterface::Parts::surroundings()
+{
+    MainSurroundings own = MainSurroundings::ofTheDesktop();
+    own.terminate = [this] { termination->leave(); };
+    return own;
+}
+
+void MainInterface::Parts::makeTermination()
+{
+    MainVC *vc = workflow.get();
+    Termination::Actions actions;
+    actions.isErasing = [vc] { return vc->isBusyWiping(); };
+    actions.stopErasing = [vc] { vc->stopErasing(); };
+    actions.filesRemaining = [vc] { return vc->queueStatsObject()->totalFilesRemaining(); };
+    actions.leave = [] { QApplication::quit(); };
+    actions.endNow = [](int exitCode) {
+        UserDefaults::standard().synchronize();
+        ProcessEnd::now(exitCode);
+    };
+    termination = std::make_unique<Termination>(std::move(actions));
+    QObject::connect(menu.get(), &MainMenuController::quitChosen, termination.get(),
+                     &Termination::quit);
+}
+
+void MainInterface::Parts::connectSystem()
+{
+    Termination *end = termination.get();
+    stopSignals = std::make_unique<StopSignals>([end](int) { end->stop(); });
+    shutdownDelay = std::make_unique<ShutdownDelay>([end] { end->stop(); });
+    ShutdownDelay *delay = shutdownDelay.get();
+    NotificationHub &hub = NotificationHub::shared();
+    runObservers.push_back(
+        hub.observe(NotificationName::runDidStart, [delay](const auto &) { delay->begin(); }));
+    runObservers.push_back(
+        hub.observe(NotificationName::runDidEnd, [delay](const auto &) { delay->end(); }));
+    QObject::connect(
+        qApp, &QGuiApplication::commitDataRequest, end,
+        [end](const QSessionManager &) { end->finishFileInWork(); }, Qt::DirectConnection);
+    // What waited in a session is not to wait again in the next one.
+    QObject::connect(
+        qApp, &QGuiApplication::saveStateRequest, end,
+        [](QSessionManager &session) { session.setRestartHint(QSessionManager::RestartNever); },
+        Qt::DirectConnection);
+}
 
 void MainInterface::Parts::connectViews()
 {

@@ -6,14 +6,15 @@ class AppDelegate;
 class MainVC;
 
 /// Makes the windows, the workflow controller over them, and connects what is pressed to what it
-/// does. Wiring only.
+/// does, and the ways in which the application ends. Wiring only.
 ///
 /// Thread: main
 /// Owns:   the windows, and the controller
 class MainInterface
 {
   public:
-    explicit MainInterface(AppDelegate &delegate);
+    /// `canBeReopened`: something outside can bring a hidden window back.
+    MainInterface(AppDelegate &delegate, bool canBeReopened);
     ~MainInterface();
     MainInterface(const MainInterface &) = delete;
     MainInterface &operator=(const MainInterface &) = delete;

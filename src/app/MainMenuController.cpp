@@ -1,17 +1,15 @@
 #include "app/MainMenuController.h"
 
+#include "app/AboutBox.h"
+#include "app/ContactLink.h"
 #include "app/MainOutlets.h"
 #include "app/MainVC.h"
-#include "platform/UserDefaults.h"
 #include "ui/ButtonRed.h"
 #include "ui/MainMenu.h"
 #include "ui/MainWindow.h"
 #include "ui/ReadyView.h"
 
 #include <QAbstractButton>
-#include <QApplication>
-#include <QDesktopServices>
-#include <QUrl>
 
 MainMenuController::MainMenuController(MainMenu *menu, std::shared_ptr<MainVC> workflow,
                                        const MainOutlets &outlets, QObject *parent)
@@ -19,10 +17,8 @@ MainMenuController::MainMenuController(MainMenu *menu, std::shared_ptr<MainVC> w
 {
     connectFile(outlets);
     connectWindow(outlets);
-    connect(menu_->contactTheMakers(), &QAction::triggered, this, [] {
-        QDesktopServices::openUrl(
-            QUrl(UserDefaults::standard().text(QStringLiteral("htmlLinkContactus"))));
-    });
+    connect(menu_->contactTheMakers(), &QAction::triggered, this, [] { ContactLink::open(); });
+    connect(menu_->aboutVantorel(), &QAction::triggered, this, [] { AboutBox::show(); });
     connect(menu_, &QMenu::aboutToShow, this, [this] { showWhatCanBeChosen(); });
     connect(menu_, &QMenu::aboutToHide, this, [this] { enableAll(); });
 }
@@ -41,7 +37,7 @@ void MainMenuController::connectFile(const MainOutlets &outlets)
         if (outlets.btnPreferences->isEnabled() && !workflow_->scanningFilesWindowIsOpen())
             workflow_->btnPreferencesClicked();
     });
-    connect(menu_->quit(), &QAction::triggered, this, [this] { quit(); });
+    connect(menu_->quit(), &QAction::triggered, this, &MainMenuController::quitChosen);
 }
 
 void MainMenuController::connectWindow(const MainOutlets &outlets)
@@ -59,21 +55,13 @@ void MainMenuController::showWhatCanBeChosen()
     menu_->addFilesAndFolders()->setEnabled(canAdd());
     menu_->startErasing()->setEnabled(canStart());
     menu_->preferences()->setEnabled(outlets_.btnPreferences->isEnabled());
-    menu_->quit()->setEnabled(!workflow_->isBusyWiping());
 }
 
 void MainMenuController::enableAll()
 {
     for (QAction *action :
-         {menu_->addFilesAndFolders(), menu_->startErasing(), menu_->preferences(), menu_->quit()})
+         {menu_->addFilesAndFolders(), menu_->startErasing(), menu_->preferences()})
         action->setEnabled(true);
-}
-
-/// A run in work is not to be cut off, half-way through a file.
-void MainMenuController::quit()
-{
-    if (!workflow_->isBusyWiping())
-        QApplication::quit();
 }
 
 bool MainMenuController::canAdd() const

@@ -22,12 +22,14 @@ class MainMenuController : public QObject
     MainMenuController(MainMenu *menu, std::shared_ptr<MainVC> workflow, const MainOutlets &outlets,
                        QObject *parent);
 
+  Q_SIGNALS:
+    void quitChosen();
+
   private:
     void connectFile(const MainOutlets &outlets);
     void connectWindow(const MainOutlets &outlets);
     void showWhatCanBeChosen();
     void enableAll();
-    void quit();
     [[nodiscard]] bool canAdd() const;
     [[nodiscard]] bool canStart() const;
 

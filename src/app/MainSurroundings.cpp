@@ -43,6 +43,5 @@ MainSurroundings MainSurroundings::ofTheDesktop()
         FileManager::showItems(urls, std::move(failed));
     };
     real.isDialogOpen = showsDialog;
-    real.terminate = &QApplication::quit;
     return real;
 }

@@ -37,6 +37,6 @@ struct MainSurroundings
     std::function<bool()> isDialogOpen;
     Call terminate; ///< the application
 
-    /// The real ones.
+    /// The real ones, but for `terminate`, which is the caller's to set.
     static MainSurroundings ofTheDesktop();
 };

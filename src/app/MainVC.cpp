@@ -257,6 +257,13 @@ void MainVC::startErasing()
     run_->begin(currentTimestamp());
     wipeController_->startWiping();
     startTimers();
+    NotificationHub::shared().post(NotificationName::runDidStart, this);
+}
+
+void MainVC::stopErasing()
+{
+    folderScannerController_->cancelScan();
+    wipeController_->stopWiping();
 }
 
 /// What the scan could not look into is still there.
@@ -282,6 +289,7 @@ void MainVC::finishedWiping()
     showViewFinished();
     resetWipeValues();
     showNotification();
+    NotificationHub::shared().post(NotificationName::runDidEnd, this);
 }
 
 /// What went with its folder, without having been overwritten, says so in its row; and so does a
@@ -289,10 +297,11 @@ void MainVC::finishedWiping()
 void MainVC::deleteFolders()
 {
     const FolderSweep sweep = run_->deleteFolders();
+    const bool someHaveGone = EraseRun::forgetRemoved(scanFailures_, sweep);
     const std::size_t before = scanFailures_.size();
     std::copy_if(sweep.kept.begin(), sweep.kept.end(), std::back_inserter(scanFailures_),
                  [](const ScanFailure &folder) { return folder.errornr != ENOTEMPTY; });
-    if (run_->hasFilesRemovedWithFolder() || scanFailures_.size() != before)
+    if (run_->hasFilesRemovedWithFolder() || someHaveGone || scanFailures_.size() != before)
         presenters_->errorLog().show(scanFailures_, run_->failedFiles());
 }
 
@@ -658,6 +667,7 @@ void MainVC::exitIfWanted()
     now.isBusyWiping = isBusyWiping_;
     now.isScanningFiles = isScanningFiles_;
     now.isDialogOpen = surroundings_.isDialogOpen();
+    now.isDragOver = dragItems_ >= 0;
     now.isQueueEmpty = queueArray()->isEmpty() && folderUrlsToDeleteDict().empty();
     if (AutoExit::shouldQuit(now))
         surroundings_.terminate();

@@ -78,6 +78,9 @@ class MainVC : public FolderScannerControllerDelegate,
     // Run
     void btnStartClicked();
     void startErasing();
+    /// The file in work is finished, the next is not started, and no folder is removed; the end of
+    /// the run comes as usual.
+    void stopErasing();
     void clearArrayController();
     void fileFailedToWipe(const std::shared_ptr<QueueObject> &object) override;
     void finishedWiping() override;

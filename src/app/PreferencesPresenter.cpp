@@ -1,5 +1,6 @@
 #include "app/PreferencesPresenter.h"
 
+#include "app/ContactLink.h"
 #include "platform/UserDefaults.h"
 #include "ui/ColorThemeClass.h"
 #include "ui/IsDarkColorTheme.h"
@@ -12,9 +13,7 @@
 #include "ui/SwitchButton.h"
 #include "ui/ThemeKeys.h"
 
-#include <QDesktopServices>
 #include <QFileDialog>
-#include <QUrl>
 
 namespace {
 
@@ -47,10 +46,7 @@ PreferencesPresenter::PreferencesPresenter(PreferencesView *view, Actions action
     bindSwitch(view_->betaReleases(), QStringLiteral("checkForBetaReleases"));
     bindSwitch(view_->alphaReleases(), QStringLiteral("checkForAlphaReleases"));
     bindLogPath();
-    connect(view_, &PreferencesView::contactClicked, this, [] {
-        QDesktopServices::openUrl(
-            QUrl(UserDefaults::standard().text(QStringLiteral("htmlLinkContactus"))));
-    });
+    connect(view_, &PreferencesView::contactClicked, this, [] { ContactLink::open(); });
     view_->setVersionText(tr("Version %1 (build %2)")
                               .arg(defaults.text(QStringLiteral("AppVersionNr")),
                                    defaults.text(QStringLiteral("AppBuildNr"))));

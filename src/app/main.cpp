@@ -2,10 +2,14 @@
 #include "app/Heartbeat.h"
 #include "app/MainInterface.h"
 #include "app/WindowOptions.h"
+#include "platform/ApplicationId.h"
+#include "platform/ApplicationService.h"
 #include "platform/Compositor.h"
 #include "platform/DesktopSettings.h"
-#include "platform/NotificationHub.h"
+#include "platform/IdleInhibitor.h"
 #include "platform/PathBytes.h"
+#include "platform/PlatformData.h"
+#include "platform/SingleInstance.h"
 #include "platform/StandardStreams.h"
 #include "platform/UserDefaults.h"
 #include "platform/WorkingFolder.h"
@@ -72,14 +76,15 @@ void wearStyle()
                      [&desktop] { VantorelStyle::setHighContrast(desktop.prefersHighContrast()); });
 }
 
-int runWindow(const WindowOptions &options)
+int runWindow(const WindowOptions &options, const PlatformData &platformData)
 {
-    QByteArray supportPath;
-    if (!AppDelegate::initialize(&supportPath)) {
-        say(StandardStreams::Error,
-            QStringLiteral("vantorel: No access to: %1\n").arg(PathBytes::printable(supportPath)));
+    ApplicationService service;
+    const std::vector<QByteArray> paths = absolutePaths(options.paths);
+    const SingleInstance::Standing standing = SingleInstance::begin(service, {paths, platformData});
+    if (standing == SingleInstance::Standing::HandedOver)
+        return Ended;
+    if (!AppDelegate::initialize())
         return NoSupportFolder;
-    }
     wearStyle();
     QApplication::setWindowIcon(ApplicationIcon::icon());
     QApplication::setQuitOnLastWindowClosed(false);
@@ -87,13 +92,14 @@ int runWindow(const WindowOptions &options)
     std::optional<Heartbeat> heartbeat;
     if (!options.heartbeatPath.isNull())
         heartbeat.emplace(options.heartbeatPath);
-    const auto delegate = AppDelegate::create();
-    MainInterface interface(*delegate);
+    const auto delegate =
+        AppDelegate::create({&service, [] { return std::make_shared<IdleInhibitor>(); }});
+    MainInterface interface(*delegate, standing == SingleInstance::Standing::First);
     delegate->applicationDidFinishLaunching();
-    if (!options.paths.empty())
-        delegate->openFiles(absolutePaths(options.paths));
+    if (!paths.empty())
+        delegate->openFiles(paths);
     const int exitCode = QApplication::exec();
-    NotificationHub::shared().post(NotificationName::applicationWillTerminate);
+    service.close();
     UserDefaults::standard().synchronize();
     return exitCode;
 }
@@ -106,11 +112,12 @@ int main(int argc, char *argv[])
     const WindowOptions options = WindowOptions::parse({argv + 1, argv + argc});
     if (const std::optional<int> exitCode = answerWithoutWindow(options))
         return *exitCode;
+    const PlatformData platformData = PlatformData::fromEnvironment();
     // A file may have any name, so Qt gets to see none of the arguments.
     argc = 1;
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Vantorel"));
     QApplication::setApplicationVersion(QStringLiteral(VANTOREL_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("org.vantorel.Vantorel"));
-    return runWindow(options);
+    QApplication::setDesktopFileName(QString(applicationId));
+    return runWindow(options, platformData);
 }

@@ -10,7 +10,6 @@
 #include <QDateTime>
 #include <QSocketNotifier>
 
-#include <QSet>
 
 #include <algorithm>
 #include <cerrno>
@@ -230,11 +229,7 @@ void EraseSession::removeFolders()
 {
     const FolderSweep sweep = run_.deleteFolders();
     foldersRemoved_ = qsizetype(findings_.folders) - qsizetype(sweep.kept.size());
-    // A folder that could not be read has gone after all.
-    const QSet<QByteArray> removed(sweep.removedFolders.begin(), sweep.removedFolders.end());
-    std::erase_if(scanFailures_, [&removed](const ScanFailure &failure) {
-        return removed.contains(failure.path);
-    });
+    EraseRun::forgetRemoved(scanFailures_, sweep);
     for (const FailedFile &failed : run_.failedFiles()) {
         if (failed.removedWithFolder)
             console_.sayError(failureLine(failed.path, RunTexts::failure(failed)));

@@ -77,6 +77,7 @@ void MainMenu::addWindowGroup()
 void MainMenu::addHelpGroup()
 {
     contactTheMakers_ = add(tr("C&ontact the Makers"));
+    aboutVantorel_ = add(tr("A&bout Vantorel"), {Qt::Key_F1}, Qt::ApplicationShortcut);
 }
 
 void MainMenu::lookAtFocus()

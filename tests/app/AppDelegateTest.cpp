@@ -1,14 +1,20 @@
 #include "app/AppDelegate.h"
 
 #include "app/FolderScanUrls.h"
+#include "kit/PrivateBus.h"
 #include "kit/Scratch.h"
+#include "platform/ApplicationId.h"
+#include "platform/ApplicationService.h"
 #include "platform/DarkAppearance.h"
 #include "platform/NotificationHub.h"
 #include "platform/OptionalDelegate.h"
+#include "ui/DialogBox.h"
 #include "ui/MainMenu.h"
 #include "ui/MainWindow.h"
 #include "ui/ThemedPreferences.h"
 
+#include <QDBusMessage>
+#include <QDBusPendingCall>
 #include <QTest>
 
 #include <optional>
@@ -34,6 +40,9 @@ class AppDelegateTest : public QObject
     void whatStandsThereNeedNotBeAFolder();
     void withoutComponentTheFolderItselfIsMeant();
     void theFallbacksAreInstalled();
+    void withoutASupportFolderItSaysSoAndNothingIsToBeStarted();
+    void otherProgramsReachTheQueueAndTheWindow();
+    void theMachineIsKeptAwakeFromTheStartOn();
 
   private:
     std::optional<ThemedPreferences> preferences_;
@@ -51,7 +60,7 @@ void AppDelegateTest::init()
     qputenv("XDG_DATA_HOME", data_->path("data"));
     window_.emplace();
     window_->setCanBeReopened([] { return true; });
-    delegate_ = AppDelegate::create();
+    delegate_ = AppDelegate::create({});
     delegate_->setWindow(&*window_);
     delegate_->setMenuItemMainWindow(window_->mainMenu()->mainWindow());
     posted_.clear();
@@ -167,10 +176,8 @@ void AppDelegateTest::whatStandsThereNeedNotBeAFolder()
 {
     QVERIFY(!data_->folder("data").isEmpty());
     const QByteArray file = data_->file("data/Vantorel", QByteArray("plain"));
-    QByteArray path;
-    QVERIFY(AppDelegate::initialize(&path));
-    QCOMPARE(path, file);
-    QVERIFY(QFileInfo(QFile::decodeName(path)).isFile());
+    QVERIFY(AppDelegate::initialize());
+    QVERIFY(QFileInfo(QFile::decodeName(file)).isFile());
 }
 
 void AppDelegateTest::withoutComponentTheFolderItselfIsMeant()
@@ -183,12 +190,91 @@ void AppDelegateTest::withoutComponentTheFolderItselfIsMeant()
 
 void AppDelegateTest::theFallbacksAreInstalled()
 {
-    QByteArray path;
-    QVERIFY(AppDelegate::initialize(&path));
+    QVERIFY(AppDelegate::initialize());
     const UserDefaults &defaults = UserDefaults::standard();
     QCOMPARE(defaults.integer(QStringLiteral("WipeMethod")), 4);
-    QCOMPARE(defaults.text(QStringLiteral("appSupportPath")), QFile::decodeName(path));
+    QCOMPARE(defaults.text(QStringLiteral("appSupportPath")),
+             QFile::decodeName(data_->path("data/Vantorel")));
     QCOMPARE(defaults.text(QStringLiteral("AppVersionNr")), QStringLiteral(VANTOREL_VERSION));
+}
+
+void AppDelegateTest::withoutASupportFolderItSaysSoAndNothingIsToBeStarted()
+{
+    const QByteArray file = data_->file("file", QByteArray("plain"));
+    qputenv("XDG_DATA_HOME", file);
+    const DialogBox::Answers answers({DialogGeometry::FirstButton});
+    QVERIFY(!AppDelegate::initialize());
+    QCOMPARE(answers.asked().size(), std::size_t(1));
+    QCOMPARE(answers.asked()[0].title, QStringLiteral("Unable to access AppSupportPath"));
+    QCOMPARE(answers.asked()[0].info,
+             QStringLiteral("No access to:\n%1\n\nVantorel will close now.")
+                 .arg(QFile::decodeName(file + "/Vantorel")));
+    QCOMPARE(answers.asked()[0].buttons, QStringList(QStringLiteral("OK")));
+}
+
+void AppDelegateTest::otherProgramsReachTheQueueAndTheWindow()
+{
+    PrivateBus bus;
+    QVERIFY(bus.isThere());
+    ApplicationService service(bus.connection().name());
+    QVERIFY(service.requestName(std::chrono::seconds(5)) == ApplicationService::Name::Owned);
+    delegate_ = AppDelegate::create({&service, {}});
+    delegate_->setWindow(&*window_);
+    delegate_->setMenuItemMainWindow(window_->mainMenu()->mainWindow());
+    delegate_->applicationDidFinishLaunching();
+    const QDBusConnection caller = bus.connection();
+    const auto call = [&caller](const QString &interface, const QString &member,
+                                const QVariantList &arguments) {
+        QDBusMessage message = QDBusMessage::createMethodCall(
+            applicationId, QStringLiteral("/org/vantorel/Vantorel"), interface, member);
+        message.setArguments(arguments);
+        QDBusPendingCall pending = caller.asyncCall(message);
+        return QTest::qWaitFor([&pending] { return pending.isFinished(); }) && !pending.isError();
+    };
+
+    window_->performClose();
+    QVERIFY(call(QString(applicationId), QStringLiteral("securelyEraseFiles"),
+                 {QStringList({QStringLiteral("/a"), QStringLiteral("file:///caf%E9"),
+                               QStringLiteral("no path")}),
+                  QString()}));
+    QVERIFY(posted_ == (std::vector<std::vector<FileUrl>>{{FileUrl("/a"), FileUrl("/caf\xe9")}}));
+    QVERIFY(window_->isVisible());
+    // A text that names no file does nothing.
+    window_->performClose();
+    QVERIFY(call(QString(applicationId), QStringLiteral("securelyEraseFiles"),
+                 {QStringList(QStringLiteral("only text")), QString()}));
+    QCOMPARE(posted_.size(), std::size_t(1));
+    QVERIFY(!window_->isVisible());
+
+    QVERIFY(call(QStringLiteral("org.freedesktop.Application"), QStringLiteral("Activate"),
+                 {QVariantMap()}));
+    QVERIFY(window_->isVisible());
+    QCOMPARE(posted_.size(), std::size_t(1));
+    QVERIFY(call(
+        QStringLiteral("org.freedesktop.Application"), QStringLiteral("Open"),
+        {QStringList({QStringLiteral("file:///b"), QStringLiteral("file:///c")}), QVariantMap()}));
+    QCOMPARE(posted_.size(), std::size_t(2));
+    QCOMPARE(posted_[1].size(), std::size_t(2));
+}
+
+void AppDelegateTest::theMachineIsKeptAwakeFromTheStartOn()
+{
+    int begun = 0;
+    std::weak_ptr<int> activity;
+    delegate_ = AppDelegate::create({nullptr, [&begun, &activity] {
+                                         ++begun;
+                                         const auto token = std::make_shared<int>();
+                                         activity = token;
+                                         return std::shared_ptr<void>(token);
+                                     }});
+    delegate_->setWindow(&*window_);
+    delegate_->setMenuItemMainWindow(window_->mainMenu()->mainWindow());
+    QCOMPARE(begun, 0);
+    delegate_->applicationDidFinishLaunching();
+    QCOMPARE(begun, 1);
+    QVERIFY(!activity.expired());
+    delegate_->showMainWindow();
+    QCOMPARE(begun, 1);
 }
 
 QTEST_MAIN(AppDelegateTest)

@@ -45,6 +45,7 @@ void AutoExitTest::quitsOnlyWhenNothingSpeaksAgainstIt_data()
     QTest::newRow("another run") << with([](Situation &now) { now.isBusyWiping = true; }) << false;
     QTest::newRow("a scan") << with([](Situation &now) { now.isScanningFiles = true; }) << false;
     QTest::newRow("a dialog") << with([](Situation &now) { now.isDialogOpen = true; }) << false;
+    QTest::newRow("a drag") << with([](Situation &now) { now.isDragOver = true; }) << false;
     QTest::newRow("files wait") << with([](Situation &now) { now.isQueueEmpty = false; }) << false;
 }
 

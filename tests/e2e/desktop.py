@@ -132,6 +132,7 @@ class Program:
 
     def __init__(self, executable, home, *arguments, settings=None, environment=None):
         self.home = home
+        self.expected = 0
         os.makedirs(os.path.join(home, ".config", "Vantorel"), exist_ok=True)
         self.settings_path = os.path.join(home, ".config", "Vantorel", "Vantorel.ini")
         if settings is not None:
@@ -152,12 +153,18 @@ class Program:
     def __exit__(self, kind, *_):
         ended = self.process.poll()
         end_process(self.process)
-        if kind or ended:
+        if kind or ended != self.expected and ended:
             self.errors.seek(0)
             print(self.errors.read().decode(errors="replace"))
         self.errors.close()
-        if ended and not kind:
+        if ended and ended != self.expected and not kind:
             raise AssertionError(f"the program ended by itself, with {ended}")
+
+    def ends_with(self, code):
+        self.expected = code
+        ended = self.process.wait(60)
+        if ended != code:
+            raise AssertionError(f"the program ended with {ended} instead of {code}")
 
     # The accessibility tree
 
@@ -195,6 +202,17 @@ class Program:
     def says(self, text):
         return wait_until(lambda: any(text in shown for shown in self.texts()), lambda: f"text {text!r} among {self.safe_texts()}")
 
+    def shows(self, text):
+        return any(text in shown for shown in self.texts())
+
+    def row(self, table, number):
+        """What a screen reader hears of a row."""
+        def look():
+            found = self.find(table).queryTable()
+            return found.nRows > number and found.getAccessibleAt(number, 0).name
+
+        return wait_until(look, f"row {number} of {table}")
+
     def safe_texts(self):
         try:
             return self.texts()
@@ -223,6 +241,9 @@ class Program:
         return None
 
     # The window
+
+    def is_visible(self):
+        return run("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid)).strip() != ""
 
     def window(self):
         def look():

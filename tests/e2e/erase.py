@@ -8,75 +8,20 @@ beside the dropped ones are what they were, byte for byte.
 """
 
 import os
-import shutil
 import stat
 import sys
-import tempfile
 import time
-import unittest
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-from desktop import Desktop, Program, drag, end_process, key, mouse, place, wait_until  # noqa: E402
-
-executable = ""
-
-
-def contents(folder):
-    """Every name below the folder, with what it holds."""
-    found = {}
-    for path, folders, files in os.walk(os.fsencode(folder)):
-        for name in folders + files:
-            whole = os.path.join(path, name)
-            if os.path.islink(whole):
-                found[whole] = b"->" + os.readlink(whole)
-            elif os.path.isfile(whole):
-                with open(whole, "rb") as file:
-                    found[whole] = file.read()
-            else:
-                found[whole] = None
-    return found
+from desktop import drag, end_process, key, mouse, place, wait_until  # noqa: E402
+from scenes import Scene, contents, main  # noqa: E402
 
 
 def near(frame, corner):
     return all(abs(there - wanted) <= 16 for there, wanted in zip(frame, corner))
 
 
-class Erase(unittest.TestCase):
-    def setUp(self):
-        self.folder = tempfile.mkdtemp(prefix="vantorel-e2e.")
-        self.home = os.path.join(self.folder, "home")
-        os.mkdir(self.home)
-        self.beside = os.path.join(self.folder, "beside")
-        os.mkdir(self.beside)
-        for number in range(5):
-            with open(os.path.join(self.beside, f"keep-{number}"), "wb") as file:
-                file.write(os.urandom(5000 + number))
-        self.kept = contents(self.beside)
-
-    def tearDown(self):
-        shutil.rmtree(self.folder, ignore_errors=True)
-
-    def files(self, name, count=7, size=3000):
-        folder = os.path.join(self.folder, name)
-        os.makedirs(os.path.join(folder, "inside"))
-        for number in range(count):
-            with open(os.path.join(folder, "inside" if number % 2 else "", f"file {number}.txt"), "wb") as file:
-                file.write(os.urandom(size + number))
-        return folder
-
-    def program(self, *arguments, **options):
-        return Program(executable, self.home, *arguments, **options)
-
-    def check_kept(self):
-        self.assertEqual(contents(self.beside), self.kept)
-
-    def start_and_finish(self, window, result):
-        # Start takes no input in the first moments of its view.
-        time.sleep(0.6)
-        key("ctrl+Return")
-        window.says("Finished")
-        window.says(result)
-
+class Erase(Scene):
     # Ways in
 
     def test_a_drop_on_the_window_is_queued_and_erased_after_start(self):
@@ -349,24 +294,5 @@ class Erase(unittest.TestCase):
                     self.start_and_finish(window, "in 3 files")
 
 
-class Result(unittest.TextTestResult):
-    def addSuccess(self, test):
-        super().addSuccess(test)
-        self.passed = getattr(self, "passed", 0) + 1
-
-
-def main():
-    global executable
-    executable = sys.argv[1]
-    loader = unittest.defaultTestLoader
-    names = [f"Erase.{name}" for name in sys.argv[2:]]
-    suite = loader.loadTestsFromNames(names, sys.modules[__name__]) if names else loader.loadTestsFromTestCase(Erase)
-    with Desktop():
-        outcome = unittest.TextTestRunner(stream=sys.stdout, verbosity=2, resultclass=Result).run(suite)
-    failed = outcome.testsRun - getattr(outcome, "passed", 0)
-    print(f"Totals: {outcome.testsRun - failed} passed, {failed} failed, 0 skipped, 0 blacklisted, 0ms")
-    return 0 if outcome.wasSuccessful() and outcome.testsRun else 1
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    sys.exit(main(Erase))

@@ -57,6 +57,7 @@ void MainMenuTest::theEntriesStandInTheirGroups()
         QStringLiteral("Close Window"),
         QStringLiteral("-"),
         QStringLiteral("Contact the Makers"),
+        QStringLiteral("About Vantorel"),
         QStringLiteral("-"),
         QStringLiteral("Quit"),
     };
@@ -75,6 +76,7 @@ void MainMenuTest::shortcutsAreTheDesigns()
     QCOMPARE(first(menu.errorLog()), QStringLiteral("Ctrl+L"));
     QCOMPARE(first(menu.minimise()), QStringLiteral("Ctrl+M"));
     QCOMPARE(first(menu.closeWindow()), QStringLiteral("Ctrl+W"));
+    QCOMPARE(first(menu.aboutVantorel()), QStringLiteral("F1"));
     QCOMPARE(first(menu.quit()), QStringLiteral("Ctrl+Q"));
 }
 
@@ -106,7 +108,7 @@ void MainMenuTest::rowsAndGroupsHaveTheirHeights()
     menu.popup({0, 0});
     // A wide font may need more.
     QVERIFY(menu.width() >= 280);
-    QCOMPARE(menu.height(), 11 * 28 + 4 * 9 + 2 * 6);
+    QCOMPARE(menu.height(), 12 * 28 + 4 * 9 + 2 * 6);
     QCOMPARE(menu.actionGeometry(menu.addFilesAndFolders()).top(), 6);
     QCOMPARE(menu.actionGeometry(menu.addFilesAndFolders()).size(), QSize(menu.width(), 28));
     QCOMPARE(menu.actionGeometry(menu.copy()).top(), 6 + 2 * 28 + 9);

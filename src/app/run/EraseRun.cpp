@@ -6,8 +6,10 @@
 #include "platform/BackgroundQueue.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
+#include <utility>
 
 EraseRun::EraseRun() : queueStatsObject_(QueueStatsObject::create())
 {
@@ -84,11 +86,20 @@ void EraseRun::makeResultStrings(std::int64_t now)
 
 FolderSweep EraseRun::deleteFolders()
 {
-    FolderSweep sweep =
-        FileUtils().deleteFoldersFromArray(FolderOrder::deepestFirst(folderUrlsToDeleteDict_));
-    folderUrlsToDeleteDict_.clear();
+    const FolderMap folders = std::exchange(folderUrlsToDeleteDict_, {});
+    if (queueArray_->firstUnfinished())
+        return {};
+    FolderSweep sweep = FileUtils().deleteFoldersFromArray(FolderOrder::deepestFirst(folders));
     noteRemovedWithFolder(sweep.removedFiles);
     return sweep;
+}
+
+bool EraseRun::forgetRemoved(ScanFailures &failures, const FolderSweep &sweep)
+{
+    const QSet<QByteArray> removed(sweep.removedFolders.begin(), sweep.removedFolders.end());
+    return std::erase_if(failures, [&removed](const ScanFailure &failure) {
+               return removed.contains(failure.path);
+           }) > 0;
 }
 
 /// Most of these failed before. The others came after the scan, or the scan could not see them.

@@ -63,8 +63,11 @@ class EraseRun
 
     void makeResultStrings(std::int64_t now);
     /// Removes the folders that have become empty and forgets them all; notes which files went with
-    /// them without having been overwritten.
+    /// them without having been overwritten. A run that was stopped removes none: hidden files in
+    /// them may still wait to be overwritten.
     FolderSweep deleteFolders();
+    /// What could not be looked into and has gone after all is no failure; whether there was such.
+    static bool forgetRemoved(ScanFailures &failures, const FolderSweep &sweep);
     /// Back to nothing, but for the result strings and the failed files. The items that were in the
     /// queue are destroyed on a background thread.
     void resetWipeValues();
