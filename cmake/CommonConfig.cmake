@@ -21,8 +21,10 @@ target_compile_definitions(vantorel_common INTERFACE
   QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 
 if(VANTOREL_SANITIZE)
+  # A target with the property VANTOREL_PLAIN is only linked with the sanitizers.
   target_compile_options(vantorel_common INTERFACE
-    -fsanitize=${VANTOREL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    $<$<NOT:$<BOOL:$<TARGET_PROPERTY:VANTOREL_PLAIN>>>:-fsanitize=${VANTOREL_SANITIZE}>
+    -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(vantorel_common INTERFACE -fsanitize=${VANTOREL_SANITIZE})
 else()
   # FORTIFY needs optimisation and does not go together with the sanitizers' interceptors.

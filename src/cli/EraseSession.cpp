@@ -10,7 +10,6 @@
 #include <QDateTime>
 #include <QSocketNotifier>
 
-
 #include <algorithm>
 #include <cerrno>
 #include <chrono>

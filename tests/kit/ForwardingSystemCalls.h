@@ -35,13 +35,19 @@ class ForwardingSystemCalls : public SystemCalls
     }
     int makeFolder(const char *path) override { return real().makeFolder(path); }
     int rename(const char *from, const char *to) override { return real().rename(from, to); }
-    int truncate(const char *path, std::int64_t size) override { return real().truncate(path, size); }
+    int truncate(const char *path, std::int64_t size) override
+    {
+        return real().truncate(path, size);
+    }
     int setPermissions(int handle, std::uint32_t permissions) override
     {
         return real().setPermissions(handle, permissions);
     }
     int inodeFlags(int fd, std::uint32_t &flags) override { return real().inodeFlags(fd, flags); }
-    int setInodeFlags(int fd, std::uint32_t flags) override { return real().setInodeFlags(fd, flags); }
+    int setInodeFlags(int fd, std::uint32_t flags) override
+    {
+        return real().setInodeFlags(fd, flags);
+    }
     std::int64_t readFolder(int fd, void *buffer, std::size_t capacity) override
     {
         return real().readFolder(fd, buffer, capacity);

@@ -12,9 +12,9 @@
 inline void dropPrivileges()
 {
     constexpr unsigned nobody = 65534;
-    if (::getuid() == 0
-        && (::setgroups(0, nullptr) != 0 || ::setresgid(nobody, nobody, nobody) != 0
-            || ::setresuid(nobody, nobody, nobody) != 0)) {
+    if (::getuid() == 0 &&
+        (::setgroups(0, nullptr) != 0 || ::setresgid(nobody, nobody, nobody) != 0 ||
+         ::setresuid(nobody, nobody, nobody) != 0)) {
         std::perror("giving up root's rights");
         std::abort();
     }
@@ -35,7 +35,7 @@ using UnprivilegedApplication = QCoreApplication;
     int main(int argc, char *argv[])                                                               \
     {                                                                                              \
         dropPrivileges();                                                                          \
-        UnprivilegedApplication application(argc, argv);                                                  \
+        UnprivilegedApplication application(argc, argv);                                           \
         TestClass test;                                                                            \
         return QTest::qExec(&test, argc, argv);                                                    \
     }
