@@ -39,7 +39,8 @@ QStringList searchPath(QStandardPaths::StandardLocation kind, AppDelegate::Searc
 
 } // namespace
 
-AppDelegate::AppDelegate(Private, Desktop desktop) : desktop_(std::move(desktop))
+AppDelegate::AppDelegate(Private, Desktop desktop)
+    : desktop_(std::move(desktop)), outside_([this](const auto &paths) { openFiles(paths); })
 {
 }
 
@@ -119,7 +120,7 @@ void AppDelegate::setUpService()
                                                     const PlatformData &data) {
         show(data);
         if (const auto delegate = self.lock())
-            delegate->openFiles(paths);
+            delegate->outside_.take(paths);
     };
     desktop_.service->deliverTo(std::move(receiver));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/OutsideEntries.h"
 #include "platform/FileUrl.h"
 #include "ui/DropReceiver.h"
 
@@ -74,6 +75,7 @@ class AppDelegate : public DropReceiver, public std::enable_shared_from_this<App
 
   private:
     Desktop desktop_;
+    OutsideEntries outside_;
     std::shared_ptr<void> activity_;
     MainWindow *window_ = nullptr;
     QAction *menuItemMainWindow_ = nullptr;

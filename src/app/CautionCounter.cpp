@@ -9,12 +9,20 @@
 
 namespace {
 
-constexpr qint64 sliceMilliseconds = 4;
+constexpr std::int64_t sliceMilliseconds = 4;
+constexpr std::int64_t reportMilliseconds = 500;
 constexpr std::size_t itemsBetweenLooks = 512; ///< at the clock
+
+CautionCounter::Clock runningClock()
+{
+    QElapsedTimer timer;
+    timer.start();
+    return [timer] { return std::int64_t(timer.elapsed()); };
+}
 
 } // namespace
 
-CautionCounter::CautionCounter(Report report) : report_(std::move(report))
+CautionCounter::CautionCounter(Report report) : report_(std::move(report)), clock_(runningClock())
 {
 }
 
@@ -27,6 +35,7 @@ void CautionCounter::countAppended()
 void CautionCounter::reset()
 {
     count_ = {};
+    reported_ = {};
     counted_ = 0;
 }
 
@@ -45,17 +54,27 @@ void CautionCounter::countSlice()
     const std::shared_ptr<QueueArray> queue = queue_.lock();
     if (!queue)
         return;
-    const CautionCount before = count_;
     const QueueArray::Items &items = queue->items();
-    QElapsedTimer elapsed;
-    elapsed.start();
-    while (counted_ < items.size() && elapsed.elapsed() < sliceMilliseconds) {
+    const std::int64_t startedAt = clock_();
+    while (counted_ < items.size() && clock_() - startedAt < sliceMilliseconds) {
         const std::size_t end = std::min(items.size(), counted_ + itemsBetweenLooks);
         for (; counted_ < end; ++counted_)
             count_.add(items[counted_]->scanFacts());
     }
     if (counted_ < items.size())
         scheduleSlice();
-    if (!(count_ == before))
-        report_(count_);
+    reportIfDue();
+}
+
+void CautionCounter::reportIfDue()
+{
+    if (count_ == reported_)
+        return;
+    const std::int64_t now = clock_();
+    const bool isFirst = reported_ == CautionCount();
+    if (isCounting_ && !isFirst && now - reportedAt_ < reportMilliseconds)
+        return;
+    reported_ = count_;
+    reportedAt_ = now;
+    report_(count_);
 }

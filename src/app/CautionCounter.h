@@ -13,15 +13,20 @@ class QueueArray;
 ///
 /// Thread:       main
 /// Holds weakly: the queue
+/// Units:        milliseconds
 /// Blocks:       for some milliseconds at a time
 class CautionCounter
 {
   public:
     using Report = std::function<void(const CautionCount &)>;
 
-    /// `report` hears each count that differs from the one before.
+    /// Milliseconds from some fixed moment on.
+    using Clock = std::function<std::int64_t()>;
+
+    /// `report` hears the first count that is not zero, then at most two of a second, and the last.
     explicit CautionCounter(Report report);
 
+    void setClock(Clock clock) { clock_ = std::move(clock); }
     void setQueueArray(const std::weak_ptr<QueueArray> &queue) { queue_ = queue; }
     /// Items were appended.
     void countAppended();
@@ -34,10 +39,14 @@ class CautionCounter
   private:
     void countSlice();
     void scheduleSlice();
+    void reportIfDue();
 
     Report report_;
     std::weak_ptr<QueueArray> queue_;
+    Clock clock_;
     CautionCount count_;
+    CautionCount reported_;
+    std::int64_t reportedAt_ = 0;
     std::size_t counted_ = 0; ///< so many items at the queue's start
     bool isCounting_ = false;
     /// Goes with this object, and what was scheduled with it.

@@ -29,24 +29,26 @@ QString hardLinks(std::int64_t count)
                    "%1 files have other names (hard links), which will show the overwritten data");
 }
 
-QString oldCopies(std::size_t kind)
+Caution oldCopies(std::size_t kind)
 {
-    return QCoreApplication::translate("Cautions", "%1: overwriting in place may leave old copies")
-        .arg(FileSystemKind::name(FileSystemKind::CopyOnWrite(kind)));
+    const QString fileSystem = FileSystemKind::name(FileSystemKind::CopyOnWrite(kind));
+    return {QCoreApplication::translate("Cautions", "%1: overwriting in place may leave old copies")
+                .arg(fileSystem),
+            fileSystem};
 }
 
 } // namespace
 
-QStringList Cautions::texts(const CautionCount &count, bool skipLinkTargets)
+CautionTexts Cautions::texts(const CautionCount &count, bool skipLinkTargets)
 {
-    QStringList texts;
+    CautionTexts texts;
     if (count.links > 0)
-        texts.append(links(count.links, skipLinkTargets));
+        texts.push_back({links(count.links, skipLinkTargets), QStringLiteral("links")});
     if (count.hardLinks > 0)
-        texts.append(hardLinks(count.hardLinks));
+        texts.push_back({hardLinks(count.hardLinks), QStringLiteral("hardLinks")});
     for (std::size_t kind = 0; kind < count.byFileSystem.size(); ++kind) {
         if (count.byFileSystem.at(kind) > 0)
-            texts.append(oldCopies(kind));
+            texts.push_back(oldCopies(kind));
     }
     return texts;
 }

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "app/run/CautionCount.h"
-
-#include <QStringList>
+#include "ui/Caution.h"
 
 /// What a user should know of the queue before Start. None of it blocks Start.
 ///
@@ -10,6 +9,6 @@
 namespace Cautions {
 
 /// Gravest first; nothing for plain files.
-QStringList texts(const CautionCount &count, bool skipLinkTargets);
+CautionTexts texts(const CautionCount &count, bool skipLinkTargets);
 
 } // namespace Cautions

@@ -6,17 +6,18 @@
 
 void ErrorLogPresenter::add(const FailedFile &failed)
 {
-    add(failed.path, RunTexts::failure(failed));
+    add(failed.path, RunTexts::failure(failed), failed.item != nullptr);
 }
 
 void ErrorLogPresenter::add(const ScanFailure &failure)
 {
-    add(failure.path, failure.errormsg);
+    add(failure.path, failure.errormsg, false);
 }
 
-void ErrorLogPresenter::add(const QByteArray &path, const QString &error)
+void ErrorLogPresenter::add(const QByteArray &path, const QString &error, bool isFile)
 {
-    rows_->add({PathBytes::lastComponent(path), PathBytes::withoutLastComponent(path), error});
+    rows_->add(
+        {PathBytes::lastComponent(path), PathBytes::withoutLastComponent(path), error, isFile});
 }
 
 void ErrorLogPresenter::show(const ScanFailures &scanFailures,

@@ -20,7 +20,7 @@ class ErrorLogPresenter
     void show(const ScanFailures &scanFailures, const std::vector<FailedFile> &failedFiles);
 
   private:
-    void add(const QByteArray &path, const QString &error);
+    void add(const QByteArray &path, const QString &error, bool isFile);
 
     ErrorLogModel *rows_;
 };

@@ -5,7 +5,7 @@
 #include "ui/FinishedView.h"
 
 void FinishedPresenter::show(const QueueStatsObject &stats, const QString &methodName,
-                             bool showsErrorButton, std::int64_t errors)
+                             bool showsErrorButton, const Failures &failures)
 {
     FinishedView::Summary summary;
     summary.result = stats.wipedFilesString();
@@ -13,12 +13,15 @@ void FinishedPresenter::show(const QueueStatsObject &stats, const QString &metho
     summary.elapsed = stats.timeElapsedString();
     summary.failed = stats.failedFilesString();
     const bool hasFailedFiles = summary.failed.toLongLong() > 0;
-    summary.hasFailures = hasFailedFiles || errors > 0;
-    if (hasFailedFiles)
+    summary.hasFailures = hasFailedFiles || failures.errors > 0;
+    summary.wasStopped = failures.unreached > 0;
+    if (summary.wasStopped)
+        summary.failureText = ViewTexts::stopped(failures.unreached);
+    else if (hasFailedFiles)
         summary.failureText = ViewTexts::failures(stats.failedFilesString());
-    else if (errors > 0)
-        summary.failureText = ViewTexts::notOverwritten(errors);
-    summary.showsErrorButton = showsErrorButton || errors > 0;
+    else if (failures.errors > 0)
+        summary.failureText = ViewTexts::notOverwritten(failures.errors);
+    summary.showsErrorButton = showsErrorButton || failures.errors > 0;
     summary.runStatus = QueueStatsObject::Done;
     view_->setSummary(summary);
 }

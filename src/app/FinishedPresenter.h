@@ -16,10 +16,15 @@ class FinishedPresenter
   public:
     explicit FinishedPresenter(FinishedView *view) : view_(view) {}
 
+    struct Failures
+    {
+        std::int64_t errors = 0;    ///< entries of the error log, files that failed and all others
+        std::int64_t unreached = 0; ///< among them, files that a stopped run did not come to
+    };
+
     /// Looks at the result strings alone; the counters begin anew while the view is there.
-    /// `errors` is how many entries the error log has, files that failed and all others.
     void show(const QueueStatsObject &stats, const QString &methodName, bool showsErrorButton,
-              std::int64_t errors);
+              const Failures &failures);
 
   private:
     FinishedView *view_;

@@ -6,7 +6,9 @@
 #include "app/MainVC.h"
 #include "app/PreferencesPresenter.h"
 #include "app/Termination.h"
+#include "platform/ApplicationService.h"
 #include "platform/ProcessEnd.h"
+#include "platform/SessionBus.h"
 #include "platform/ShutdownDelay.h"
 #include "platform/StopSignals.h"
 #include "platform/UserDefaults.h"
@@ -39,18 +41,18 @@ struct MainInterface::Parts
     std::vector<NotificationHub::Token> runObservers;
 
     [[nodiscard]] MainSurroundings surroundings();
-    void makeTermination();
+    void makeTermination(ApplicationService &service);
     void connectSystem();
     void connectViews();
     void connectPreferences();
     void connectWindow();
 };
 
-MainInterface::MainInterface(AppDelegate &delegate, bool canBeReopened)
+MainInterface::MainInterface(AppDelegate &delegate, ApplicationService &service, bool isFirst)
     : parts_(std::make_unique<Parts>())
 {
     Parts &parts = *parts_;
-    parts.layout.window.setCanBeReopened([canBeReopened] { return canBeReopened; });
+    parts.layout.window.setCanBeReopened([isFirst] { return isFirst && SessionBus::isThere(); });
     parts.layout.window.awakeFromNib();
     parts.layout.errorLog.awakeFromNib();
     parts.workflow = MainVC::create(parts.layout.outlets, parts.surroundings());
@@ -58,7 +60,7 @@ MainInterface::MainInterface(AppDelegate &delegate, bool canBeReopened)
     parts.connectViews();
     parts.connectPreferences();
     parts.connectWindow();
-    parts.makeTermination();
+    parts.makeTermination(service);
     parts.connectSystem();
     delegate.setWindow(&parts.layout.window);
     delegate.setMenuItemMainWindow(parts.layout.window.mainMenu()->mainWindow());
@@ -73,13 +75,15 @@ MainSurroundings MainInterface::Parts::surroundings()
     return own;
 }
 
-void MainInterface::Parts::makeTermination()
+void MainInterface::Parts::makeTermination(ApplicationService &service)
 {
     MainVC *vc = workflow.get();
     Termination::Actions actions;
     actions.isErasing = [vc] { return vc->isBusyWiping(); };
     actions.stopErasing = [vc] { vc->stopErasing(); };
     actions.filesRemaining = [vc] { return vc->queueStatsObject()->totalFilesRemaining(); };
+    actions.stopScan = [vc] { vc->stopScan(); };
+    actions.stopListening = [&service] { service.close(); };
     actions.leave = [] { QApplication::quit(); };
     actions.endNow = [](int exitCode) {
         UserDefaults::standard().synchronize();
@@ -160,6 +164,10 @@ void MainInterface::Parts::connectWindow()
                      [vc, this] { vc->windowWillClose(&layout.errorLog); });
     QObject::connect(&layout.errorLog, &ErrorLogWindow::showInFolder, window,
                      [vc] { vc->revealInFinderlicked(); });
+    // Qt asks only windows that are to be seen.
+    MainMenu *actions = window->mainMenu();
+    layout.errorLog.addActions(
+        {actions->mainWindow(), actions->errorLog(), actions->aboutVantorel(), actions->quit()});
     menu =
         std::make_unique<MainMenuController>(window->mainMenu(), workflow, layout.outlets, nullptr);
 }

@@ -3,6 +3,7 @@
 #include <memory>
 
 class AppDelegate;
+class ApplicationService;
 class MainVC;
 
 /// Makes the windows, the workflow controller over them, and connects what is pressed to what it
@@ -13,8 +14,9 @@ class MainVC;
 class MainInterface
 {
   public:
-    /// `canBeReopened`: something outside can bring a hidden window back.
-    MainInterface(AppDelegate &delegate, bool canBeReopened);
+    /// `service` outlives it. `isFirst`: the service's name is ours, so that a hidden window can be
+    /// brought back for as long as the session bus is there.
+    MainInterface(AppDelegate &delegate, ApplicationService &service, bool isFirst);
     ~MainInterface();
     MainInterface(const MainInterface &) = delete;
     MainInterface &operator=(const MainInterface &) = delete;

@@ -15,34 +15,34 @@ MainMenuController::MainMenuController(MainMenu *menu, std::shared_ptr<MainVC> w
                                        const MainOutlets &outlets, QObject *parent)
     : QObject(parent), menu_(menu), workflow_(std::move(workflow)), outlets_(outlets)
 {
-    connectFile(outlets);
-    connectWindow(outlets);
+    connectFile();
+    connectWindow();
     connect(menu_->contactTheMakers(), &QAction::triggered, this, [] { ContactLink::open(); });
     connect(menu_->aboutVantorel(), &QAction::triggered, this, [] { AboutBox::show(); });
     connect(menu_, &QMenu::aboutToShow, this, [this] { showWhatCanBeChosen(); });
     connect(menu_, &QMenu::aboutToHide, this, [this] { enableAll(); });
 }
 
-void MainMenuController::connectFile(const MainOutlets &outlets)
+void MainMenuController::connectFile()
 {
     connect(menu_->addFilesAndFolders(), &QAction::triggered, this, [this] {
         if (canAdd())
             workflow_->btnAddFilesClicked();
     });
-    connect(menu_->startErasing(), &QAction::triggered, this, [this, outlets] {
+    connect(menu_->startErasing(), &QAction::triggered, this, [this] {
         if (canStart())
-            outlets.viewPressStart->start();
+            outlets_.viewPressStart->start();
     });
-    connect(menu_->preferences(), &QAction::triggered, this, [this, outlets] {
-        if (outlets.btnPreferences->isEnabled() && !workflow_->scanningFilesWindowIsOpen())
+    connect(menu_->preferences(), &QAction::triggered, this, [this] {
+        if (outlets_.btnPreferences->isEnabled() && !workflow_->scanningFilesWindowIsOpen())
             workflow_->btnPreferencesClicked();
     });
     connect(menu_->quit(), &QAction::triggered, this, &MainMenuController::quitChosen);
 }
 
-void MainMenuController::connectWindow(const MainOutlets &outlets)
+void MainMenuController::connectWindow()
 {
-    MainWindow *window = outlets.windowMain;
+    MainWindow *window = outlets_.windowMain;
     connect(menu_->mainWindow(), &QAction::triggered, window, &MainWindow::makeKeyAndOrderFront);
     connect(menu_->errorLog(), &QAction::triggered, this,
             [this] { workflow_->menuToggleErrorLogClicked(); });

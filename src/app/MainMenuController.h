@@ -13,7 +13,8 @@ struct MainOutlets;
 /// pressed.
 ///
 /// Thread:       main
-/// Holds weakly: the menu, the workflow and what the layout made; all outlive it
+/// Owns:         the workflow, with others
+/// Holds weakly: the menu and what the layout made, which outlive it
 class MainMenuController : public QObject
 {
     Q_OBJECT
@@ -26,8 +27,8 @@ class MainMenuController : public QObject
     void quitChosen();
 
   private:
-    void connectFile(const MainOutlets &outlets);
-    void connectWindow(const MainOutlets &outlets);
+    void connectFile();
+    void connectWindow();
     void showWhatCanBeChosen();
     void enableAll();
     [[nodiscard]] bool canAdd() const;

@@ -2,6 +2,8 @@
 
 #include "app/FolderScanUrls.h"
 #include "app/Presenters.h"
+#include "app/ViewTexts.h"
+#include "engine/WipeSchedule.h"
 #include "platform/PathBytes.h"
 #include "platform/SystemLog.h"
 #include "platform/UserDefaults.h"
@@ -223,10 +225,12 @@ void MainVC::scanFailed(const ScanFailures &failures)
 
 void MainVC::addObjectsFromArray(QueueArray::Items objects)
 {
+    // Where nothing was listed, what is left out came twice at once.
+    const bool wasListed = !queueArray()->isEmpty();
     const std::size_t found = objects.size();
     QueueArray::Items added = makeUniqueArray(std::move(objects));
-    if (found > 0 && added.empty())
-        presenters_->sayAlreadyInTheList(std::int64_t(found));
+    if (wasListed && added.size() < found)
+        presenters_->sayAlreadyInTheList(std::int64_t(found - added.size()));
     queueArray()->append(std::move(added));
 }
 
@@ -255,6 +259,8 @@ void MainVC::startErasing()
     presenters_->beginRun(wipeController_->wipeMethode(), wipeDescription_.name);
     showViewErasingFiles();
     run_->begin(currentTimestamp());
+    if (WipeSchedule::passes(wipeController_->wipeMethode()).empty())
+        run_->keepFolders();
     wipeController_->startWiping();
     startTimers();
     NotificationHub::shared().post(NotificationName::runDidStart, this);
@@ -262,8 +268,13 @@ void MainVC::startErasing()
 
 void MainVC::stopErasing()
 {
-    folderScannerController_->cancelScan();
+    stopScan();
     wipeController_->stopWiping();
+}
+
+void MainVC::stopScan()
+{
+    folderScannerController_->cancelScan();
 }
 
 /// What the scan could not look into is still there.
@@ -283,13 +294,23 @@ void MainVC::finishedWiping()
 {
     run_->makeResultStrings(currentTimestamp());
     showBtnErrorWindow_ = queueStatsObject()->filesFailed() >= 1;
+    noteUnreached();
     deleteFolders();
-    presenters_->showSummary(wipeDescription_.name, showBtnErrorWindow_,
-                             std::int64_t(run_->failedFiles().size() + scanFailures_.size()));
+    presenters_->showSummary(
+        wipeDescription_.name, showBtnErrorWindow_,
+        {std::int64_t(run_->failedFiles().size() + scanFailures_.size()), unreached_});
     showViewFinished();
     resetWipeValues();
     showNotification();
     NotificationHub::shared().post(NotificationName::runDidEnd, this);
+}
+
+/// A run that was stopped leaves files behind, and says of each that it does.
+void MainVC::noteUnreached()
+{
+    unreached_ = run_->noteUnreached();
+    if (unreached_ > 0)
+        presenters_->errorLog().show(scanFailures_, run_->failedFiles());
 }
 
 /// What went with its folder, without having been overwritten, says so in its row; and so does a
@@ -300,7 +321,9 @@ void MainVC::deleteFolders()
     const bool someHaveGone = EraseRun::forgetRemoved(scanFailures_, sweep);
     const std::size_t before = scanFailures_.size();
     std::copy_if(sweep.kept.begin(), sweep.kept.end(), std::back_inserter(scanFailures_),
-                 [](const ScanFailure &folder) { return folder.errornr != ENOTEMPTY; });
+                 [](const ScanFailure &folder) {
+                     return folder.errornr != ENOTEMPTY && folder.errornr != ENOENT;
+                 });
     if (run_->hasFilesRemovedWithFolder() || someHaveGone || scanFailures_.size() != before)
         presenters_->errorLog().show(scanFailures_, run_->failedFiles());
 }
@@ -317,11 +340,12 @@ void MainVC::showNotification()
 {
     hasFailures_ = !run_->failedFiles().empty() || !scanFailures_.empty();
     scanFailures_.clear();
-    surroundings_.showMessage(translated("Vantorel Finished"), translated("Wiping done."),
-                              [weak = weak_from_this()] {
-                                  if (const std::shared_ptr<MainVC> self = weak.lock())
-                                      self->exitIfWanted();
-                              });
+    const QString text =
+        unreached_ > 0 ? ViewTexts::stopped(unreached_) : translated("Wiping done.");
+    surroundings_.showMessage(translated("Vantorel Finished"), text, [weak = weak_from_this()] {
+        if (const std::shared_ptr<MainVC> self = weak.lock())
+            self->exitIfWanted();
+    });
 }
 
 std::int64_t MainVC::currentTimestamp() const
@@ -396,6 +420,10 @@ void MainVC::updateSkipLinkTargets()
     folderScannerController_->setSkipLinkTargets(skip);
     wipeController_->setSkipLinkTargets(skip);
     presenters_->showSkipLinkTargets(skip);
+    if (!isBusyWiping_) {
+        run_->setSkipLinkTargets(skip);
+        presenters_->queueHasGrown();
+    }
 }
 
 void MainVC::appearanceSettingChanged(std::int64_t tag)
@@ -615,9 +643,7 @@ void MainVC::menuToggleErrorLogClicked()
 
 void MainVC::showErrorLogWindow()
 {
-    outlets_.windowErrorLog->show();
-    outlets_.windowErrorLog->raise();
-    outlets_.windowErrorLog->activateWindow();
+    outlets_.windowErrorLog->makeKeyAndOrderFront();
     errorLogWindowIsHidden_ = false;
 }
 

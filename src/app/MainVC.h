@@ -81,9 +81,11 @@ class MainVC : public FolderScannerControllerDelegate,
     /// The file in work is finished, the next is not started, and no folder is removed; the end of
     /// the run comes as usual.
     void stopErasing();
+    void stopScan();
     void clearArrayController();
     void fileFailedToWipe(const std::shared_ptr<QueueObject> &object) override;
     void finishedWiping() override;
+    void noteUnreached();
     void deleteFolders();
     void resetWipeValues();
     void showNotification();
@@ -196,5 +198,6 @@ class MainVC : public FolderScannerControllerDelegate,
     bool scanningFilesWindowIsOpen_ = false;
     bool errorLogWindowIsHidden_ = true;
     bool showBtnErrorWindow_ = false;
-    bool hasFailures_ = false; ///< of the run that ended last
+    std::int64_t unreached_ = 0; ///< files that the run that ended last did not come to
+    bool hasFailures_ = false;   ///< of the run that ended last
 };

@@ -2,16 +2,15 @@
 
 #include "app/ContactLink.h"
 #include "platform/UserDefaults.h"
+#include "support/ValueTransformerRegistry.h"
 #include "ui/ColorThemeClass.h"
-#include "ui/IsDarkColorTheme.h"
-#include "ui/IsLightColorTheme.h"
-#include "ui/IsSystemColorTheme.h"
 #include "ui/MethodSelector.h"
 #include "ui/PathField.h"
 #include "ui/PreferencesView.h"
 #include "ui/SegmentedControl.h"
 #include "ui/SwitchButton.h"
 #include "ui/ThemeKeys.h"
+#include "ui/ValueTransformers.h"
 
 #include <QFileDialog>
 
@@ -23,11 +22,17 @@ const QString logPathKey = QStringLiteral("logFilePath");
 /// The segment of the stored theme; none for a value that is no theme.
 int shownTheme()
 {
-    if (IsLightColorTheme().transformedValue({}).toBool())
+    const auto isShown = [](const QString &transformer) {
+        return ValueTransformers::shared()
+            .transformerForName(transformer)
+            ->transformedValue({})
+            .toBool();
+    };
+    if (isShown(QStringLiteral("IsLightColorTheme")))
         return ColorThemeClass::ColorThemeLight;
-    if (IsDarkColorTheme().transformedValue({}).toBool())
+    if (isShown(QStringLiteral("IsDarkColorTheme")))
         return ColorThemeClass::ColorThemeDark;
-    if (IsSystemColorTheme().transformedValue({}).toBool())
+    if (isShown(QStringLiteral("IsSystemColorTheme")))
         return ColorThemeClass::ColorThemeSystem;
     return -1;
 }

@@ -20,9 +20,11 @@ namespace {
 constexpr int hintMilliseconds = 4000;
 constexpr int noDrag = -1;
 
-/// Null: the table is empty.
+/// Null: the table is empty. The selection model of a table that keeps its rows is still in use.
 void setRows(QueueTable *table, QAbstractItemModel *rows)
 {
+    if (table->model() == rows)
+        return;
     const std::unique_ptr<QItemSelectionModel> before(table->selectionModel());
     table->setModel(rows);
 }
@@ -98,13 +100,15 @@ void Presenters::sayAlreadyInTheList(std::int64_t files)
 
 void Presenters::showDrag(int items, MainView current)
 {
+    const bool isDrag = items != noDrag;
     const bool isDropView = current == MainView::Drop;
-    outlets_.viewDragDrop->setDragItems(isDropView ? items : noDrag);
+    const QString heading = isDrag ? ViewTexts::releaseToAdd(items) : QString();
+    const QString sentence = ViewTexts::theyJoin(std::int64_t(run_.queueArray()->count()));
+    outlets_.viewDragDrop->setDrag(isDropView ? heading : QString(), sentence);
     DragVeil &veil = *outlets_.windowMain->dragVeil();
-    if (items != noDrag)
-        veil.setTexts(ViewTexts::releaseToAdd(items),
-                      ViewTexts::theyJoin(std::int64_t(run_.queueArray()->count())));
-    veil.setShown(items != noDrag && !isDropView);
+    if (isDrag)
+        veil.setTexts(heading, sentence);
+    veil.setShown(isDrag && !isDropView);
 }
 
 void Presenters::beginRun(std::int64_t method, const QString &methodName)
@@ -119,10 +123,14 @@ void Presenters::showRun(const QueueObject *current, double bytesPerSecond, std:
     header_.showErrorCount();
 }
 
-void Presenters::showSummary(const QString &methodName, bool showsErrorButton, std::int64_t errors)
+void Presenters::showSummary(const QString &methodName, bool showsErrorButton,
+                             const FinishedPresenter::Failures &failures)
 {
     const QueueStatsObject &stats = *run_.queueStatsObject();
-    finished_.show(stats, methodName, showsErrorButton, errors);
+    finished_.show(stats, methodName, showsErrorButton, failures);
     header_.showErrorCount();
-    announcer_->announce(ViewTexts::ending(stats.wipedFilesString(), stats.failedFilesString()));
+    const QString end = ViewTexts::ending(stats.wipedFilesString(), stats.failedFilesString());
+    announcer_->announce(failures.unreached > 0
+                             ? end + QLatin1Char(' ') + ViewTexts::stopped(failures.unreached)
+                             : end);
 }

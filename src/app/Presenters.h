@@ -41,14 +41,14 @@ class Presenters
 
     void beginRun(std::int64_t method, const QString &methodName);
     void showRun(const QueueObject *current, double bytesPerSecond, std::int64_t now);
-    void showSummary(const QString &methodName, bool showsErrorButton, std::int64_t errors);
+    void showSummary(const QString &methodName, bool showsErrorButton,
+                     const FinishedPresenter::Failures &failures);
 
     [[nodiscard]] ScanningPresenter &scanning() { return scanning_; }
     [[nodiscard]] CalloutPresenter &callout() { return callout_; }
     [[nodiscard]] ErrorLogPresenter &errorLog() { return errorLog_; }
     [[nodiscard]] HeaderPresenter &header() { return header_; }
     [[nodiscard]] Announcer &announcer() { return *announcer_; }
-    [[nodiscard]] const QueueTableModel &rows() const { return rows_; }
 
   private:
     void showRowsIn(QueueTable *table);

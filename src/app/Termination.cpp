@@ -2,6 +2,7 @@
 
 #include "platform/ProcessEnd.h"
 #include "support/NumberText.h"
+#include "ui/CautionIcon.h"
 #include "ui/DialogBox.h"
 
 #include <QEventLoop>
@@ -35,6 +36,7 @@ bool Termination::isConfirmed()
     question_->addButtonWithTitle(tr("Yes"));
     question_->addButtonWithTitle(tr("No"));
     question_->activeButton(2);
+    question_->image(CautionIcon::icon());
     const bool isYes = question_->runModal() == DialogGeometry::FirstButton;
     question_.reset();
     // The run may have ended in the moment of the answer.
@@ -61,6 +63,7 @@ void Termination::stop()
         return;
     }
     isStopping_ = true;
+    actions_.stopListening();
     stopRun();
 }
 
@@ -97,8 +100,11 @@ void Termination::leave()
     actions_.leave();
 }
 
+/// Who calls from now on starts an application of its own.
 void Termination::tell()
 {
+    actions_.stopListening();
+    actions_.stopScan();
     if (!std::exchange(isTold_, true))
         NotificationHub::shared().post(NotificationName::applicationWillTerminate, this);
 }

@@ -33,8 +33,10 @@ class Termination : public QObject
         std::function<void()> stopErasing; ///< behind the file in work
         /// Files not yet erased, the one in work among them.
         std::function<std::int64_t()> filesRemaining;
-        std::function<void()> leave;     ///< the event loops
-        std::function<void(int)> endNow; ///< the process, with this exit code
+        std::function<void()> stopScan;
+        std::function<void()> stopListening; ///< to later starts and other programs
+        std::function<void()> leave;         ///< the event loops
+        std::function<void(int)> endNow;     ///< the process, with this exit code
     };
 
     /// How long the file in work may take. A login manager waits as long by default

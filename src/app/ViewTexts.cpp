@@ -145,6 +145,12 @@ QString ViewTexts::notOverwritten(std::int64_t errors)
                    "%1 items were not overwritten or are still there.");
 }
 
+QString ViewTexts::stopped(std::int64_t unreached)
+{
+    return counted(unreached, "The run was stopped: 1 file was not erased.",
+                   "The run was stopped: %1 files were not erased.");
+}
+
 QString ViewTexts::ending(const QString &wipedFilesString, const QString &failedFilesString)
 {
     return translated("Finished. %1. %2 failed.").arg(wipedFilesString, failedFilesString);
@@ -157,6 +163,8 @@ QString ViewTexts::releaseToAdd(std::int64_t items)
 
 QString ViewTexts::theyJoin(std::int64_t files)
 {
+    if (files <= 0)
+        return translated("Nothing is erased until you press Start.");
     return counted(files, "They join the 1 file already listed.",
                    "They join the %1 files already listed.");
 }

@@ -53,14 +53,16 @@ QString pass(std::optional<int> pass, int passes);
 QString failures(const QString &failedFilesString);
 /// What is said where no file failed, and something was not overwritten, read or removed.
 QString notOverwritten(std::int64_t errors);
+/// What a run that was stopped did not come to.
+QString stopped(std::int64_t unreached);
 /// What a screen reader is told at the end: "Finished. 18.40 GB in 245 files. 3 failed."
 QString ending(const QString &wipedFilesString, const QString &failedFilesString);
 
 /// "Release to add 12 items"
 QString releaseToAdd(std::int64_t items);
-/// "They join the 248 files already listed."
+/// "They join the 248 files already listed."; where none are, that nothing happens yet.
 QString theyJoin(std::int64_t files);
-/// What is said when everything that came in was queued before.
+/// What is said of what came in and was queued before.
 QString alreadyInTheList(std::int64_t files);
 
 } // namespace ViewTexts

@@ -4,11 +4,12 @@
 #include "app/WindowOptions.h"
 #include "platform/ApplicationId.h"
 #include "platform/ApplicationService.h"
-#include "platform/Compositor.h"
+#include "platform/BackgroundQueue.h"
 #include "platform/DesktopSettings.h"
 #include "platform/IdleInhibitor.h"
 #include "platform/PathBytes.h"
 #include "platform/PlatformData.h"
+#include "platform/ProcessEnd.h"
 #include "platform/SingleInstance.h"
 #include "platform/StandardStreams.h"
 #include "platform/UserDefaults.h"
@@ -18,11 +19,15 @@
 
 #include <QApplication>
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <vector>
 
 namespace {
+
+/// How long a scan that was cancelled may take to notice.
+constexpr std::chrono::seconds patience{2};
 
 enum ExitCode : int { Ended = 0, NoSupportFolder = 1, WrongUsage = 2 };
 
@@ -69,7 +74,6 @@ std::vector<QByteArray> absolutePaths(const std::vector<QByteArray> &paths)
 /// The desktop is asked early: its answers come while the window is made.
 void wearStyle()
 {
-    VantorelStyle::setTransparentWindows(Compositor::isRunning(QGuiApplication::platformName()));
     QApplication::setStyle(new VantorelStyle);
     const DesktopSettings &desktop = DesktopSettings::shared();
     QObject::connect(&desktop, &DesktopSettings::changed, qApp,
@@ -94,13 +98,15 @@ int runWindow(const WindowOptions &options, const PlatformData &platformData)
         heartbeat.emplace(options.heartbeatPath);
     const auto delegate =
         AppDelegate::create({&service, [] { return std::make_shared<IdleInhibitor>(); }});
-    MainInterface interface(*delegate, standing == SingleInstance::Standing::First);
+    MainInterface interface(*delegate, service, standing == SingleInstance::Standing::First);
     delegate->applicationDidFinishLaunching();
     if (!paths.empty())
         delegate->openFiles(paths);
     const int exitCode = QApplication::exec();
-    service.close();
     UserDefaults::standard().synchronize();
+    // A walk over a disk that does not answer ends with the process.
+    if (!BackgroundQueue::finish(patience))
+        ProcessEnd::now(exitCode);
     return exitCode;
 }
 

@@ -70,11 +70,10 @@ void FileWiper::main()
 /// A file that stays with permissions that are not its own is worth a word.
 void FileWiper::putBackRepairs()
 {
-    bool isPutBack = true;
     for (auto repair = repairs_.rbegin(); repair != repairs_.rend(); ++repair)
-        isPutBack = repair->putBack() && isPutBack;
+        areRepairsPutBack_ = repair->putBack() && areRepairsPutBack_;
     repairs_.clear();
-    if (!isPutBack && status_ == Failed)
+    if (!areRepairsPutBack_ && status_ == Failed)
         currentObject_->setErrormsg(currentObject_->errormsg() +
                                     QStringLiteral(" (its permissions could not be put back)"));
 }
@@ -135,7 +134,16 @@ bool FileWiper::try_openingfile()
         return fail(QStringLiteral("Not a regular file"));
     }
     fileSize_ = file_.kind == FileKind::Regular ? file_.size : 0;
+    putBackPermissions();
     return true;
+}
+
+/// The descriptor is enough from here on. A process that is cut off in the middle of the file
+/// leaves it as private as it was.
+void FileWiper::putBackPermissions()
+{
+    for (auto repair = repairs_.rbegin(); repair != repairs_.rend(); ++repair)
+        areRepairsPutBack_ = repair->putBackPermissions() && areRepairsPutBack_;
 }
 
 bool FileWiper::openFolder()

@@ -118,6 +118,7 @@ class FileWiper : public std::enable_shared_from_this<FileWiper>
     bool isStillTheSameFile();
     void closeAfterFailure();
     void putBackRepairs();
+    void putBackPermissions();
     void report();
     bool failAttempt(int errorNumber);
     bool fail(int errorNumber);
@@ -137,6 +138,7 @@ class FileWiper : public std::enable_shared_from_this<FileWiper>
     FileStatus name_;   ///< what the name was when the file was opened: the file, or a link to it
     FileStatus file_;   ///< the file that was opened
     std::vector<InodeRepair> repairs_;
+    bool areRepairsPutBack_ = true;
     bool skipLinkTargets_ = false;
     bool leavesTargetAlone_ = false;
     std::int64_t total_phases_ = 0;

@@ -4,6 +4,7 @@
 #include "platform/SystemLog.h"
 
 #include <cerrno>
+#include <utility>
 
 namespace {
 constexpr std::uint32_t everyPermission = 0777;
@@ -54,22 +55,33 @@ bool InodeRepair::addWritePermission()
     return true;
 }
 
-bool InodeRepair::putBack()
+bool InodeRepair::isNameless() const
 {
     FileStatus now;
-    if (!isKnown_ || SystemCalls::current().status(handle_.fd(), now) < 0 || now.hardLinks == 0)
-        return true;
-    bool isPutBack = true;
-    if (oldPermissions_)
-        isPutBack = SystemCalls::current().setPermissions(handle_.fd(), *oldPermissions_) >= 0;
-    if (wasUnlocked_)
-        isPutBack = setImmutable(true) != FlagChange::Failed && isPutBack;
+    return !isKnown_ || SystemCalls::current().status(handle_.fd(), now) < 0 || now.hardLinks == 0;
+}
+
+bool InodeRepair::putBackPermissions()
+{
+    const std::optional<std::uint32_t> permissions = std::exchange(oldPermissions_, std::nullopt);
+    return !permissions || isNameless() ||
+           told(SystemCalls::current().setPermissions(handle_.fd(), *permissions) >= 0);
+}
+
+bool InodeRepair::putBack()
+{
+    const bool hasPermissions = putBackPermissions();
+    const bool hasFlag = !std::exchange(wasUnlocked_, false) || isNameless() ||
+                         told(setImmutable(true) != FlagChange::Failed);
+    return hasPermissions && hasFlag;
+}
+
+bool InodeRepair::told(bool isPutBack) const
+{
     if (!isPutBack)
         SystemLog::write("-[InodeRepair putBack]",
                          QStringLiteral("Could not put back permissions or flags of %1")
                              .arg(PathBytes::printable(path_)));
-    oldPermissions_.reset();
-    wasUnlocked_ = false;
     return isPutBack;
 }
 

@@ -29,6 +29,8 @@ class InodeRepair
 
     /// Undoes the repair where the inode still has a name. False: it stays repaired, as logged.
     bool putBack();
+    /// The same for the permissions alone, which an opened descriptor needs no longer.
+    bool putBackPermissions();
 
     /// Whether the inode may be used at all: a handle to a symbolic link itself may not.
     [[nodiscard]] bool isUsable() const;
@@ -36,6 +38,8 @@ class InodeRepair
   private:
     enum class FlagChange { Changed, AlreadySo, Failed };
 
+    [[nodiscard]] bool isNameless() const;
+    bool told(bool isPutBack) const;
     FlagChange setImmutable(bool immutable);
 
     Descriptor handle_;

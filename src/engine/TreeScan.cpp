@@ -119,11 +119,13 @@ QueueArray::Item TreeScan::makeItem(const Name &name)
         calls.statusAt(name.folder, name.relative, LastLink::Stop, status) >= 0) {
         facts.isLink = status.kind == FileKind::Link;
         facts.hasOtherNames = !facts.isLink && status.hardLinks > 1;
-        if (facts.isLink && order_.skipLinkTargets)
-            size = 0;
-        else if (!facts.isLink ||
-                 calls.statusAt(name.folder, name.relative, LastLink::Follow, status) >= 0)
+        if (!facts.isLink ||
+            calls.statusAt(name.folder, name.relative, LastLink::Follow, status) >= 0)
             size = double(status.size);
+        if (facts.isLink) {
+            facts.targetSize = size;
+            size = order_.skipLinkTargets ? 0 : size;
+        }
         facts.copyOnWrite = FileSystemKind::copyOnWrite(fileSystemType(status.device, name.path));
     }
 

@@ -19,7 +19,7 @@ class QDBusMessage;
 ///   - org.vantorel.Vantorel: securelyEraseFiles(as paths, s userData) -> s error. An entry is a
 ///     plain absolute path or a file location; the error is always empty, the user data unread.
 ///     Where no entry names a file, nothing is called.
-/// Every call only hands over; none starts erasing.
+/// Every call only hands over; none starts a run.
 ///
 /// Thread:     main
 /// Owns:       the object and the name, until close()

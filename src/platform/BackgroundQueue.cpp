@@ -41,6 +41,11 @@ void runHandedOver()
 
 } // namespace
 
+bool BackgroundQueue::finish(std::chrono::milliseconds limit)
+{
+    return pool().waitForDone(int(limit.count()));
+}
+
 void BackgroundQueue::submit(std::function<void()> task)
 {
     handedOver().push(std::move(task));

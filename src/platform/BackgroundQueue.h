@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 
 /// Runs tasks on pool threads at raised priority, all signals blocked there.
@@ -8,5 +9,7 @@
 namespace BackgroundQueue {
 
 void submit(std::function<void()> task);
+/// Waits for the tasks to end, no longer than the limit; whether they have.
+bool finish(std::chrono::milliseconds limit);
 
 } // namespace BackgroundQueue

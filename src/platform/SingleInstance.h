@@ -13,7 +13,8 @@ class ApplicationService;
 /// the one that runs.
 ///
 /// Thread:  main, before the event loop runs
-/// Blocks:  on the running one's answer, at most for `patience`; not at all without a session bus
+/// Blocks:  on the running one's answer, at most for `patience` and a second; not at all without a
+///          session bus
 /// Failure: where the running one does not answer, this one goes on by itself and says so in the
 ///          system log; nothing that was given is lost. One that hung and awakes has the files,
 ///          too: they are queued in both, and queueing erases nothing

@@ -11,6 +11,9 @@
 #include <QHelpEvent>
 #include <QPainter>
 
+#include <algorithm>
+#include <utility>
+
 namespace {
 
 constexpr int iconSide = 16;
@@ -27,31 +30,55 @@ CautionBand::CautionBand(QWidget *parent)
     connect(moreLink_, &QAbstractButton::clicked, this, &CautionBand::openList);
 }
 
-void CautionBand::setCautions(const QStringList &cautions)
+void CautionBand::setCautions(const CautionTexts &cautions)
 {
     if (cautions == cautions_)
         return;
-    const bool isNew = !cautions.isEmpty() && !cautions_.contains(cautions.first());
-    cautions_ = cautions;
-    const qsizetype more = cautions_.size() - 1;
+    const CautionTexts before = std::exchange(cautions_, cautions);
+    const qsizetype more = qsizetype(cautions_.size()) - 1;
     moreLink_->setText(more > 0 ? tr("%1 more").arg(more) : QString());
     moreLink_->setVisible(more > 0);
-    setAccessibleName(cautions_.value(0));
+    setAccessibleName(gravest());
+    setAccessibleDescription(this->cautions().mid(1).join(QLatin1Char('\n')));
     if (list_) {
         list_->close();
-        list_->setCautions(cautions_);
+        list_->setCautions(this->cautions());
     }
     placeLink();
     update();
-    if (isNew)
-        tell();
+    tell(before);
 }
 
-void CautionBand::tell()
+QStringList CautionBand::cautions() const
 {
+    QStringList texts;
+    for (const Caution &caution : cautions_)
+        texts.append(caution.text);
+    return texts;
+}
+
+QString CautionBand::gravest() const
+{
+    return cautions_.empty() ? QString() : cautions_.front().text;
+}
+
+/// One alert for all that are new: name and description of the band say them.
+void CautionBand::tell(const CautionTexts &before)
+{
+    QStringList told;
+    for (const Caution &caution : cautions_) {
+        const auto isSameKind = [&caution](const Caution &other) {
+            return other.kind == caution.kind;
+        };
+        if (std::none_of(before.begin(), before.end(), isSameKind))
+            told.append(caution.text);
+    }
+    if (told.isEmpty())
+        return;
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
-    Q_EMIT cautionAppeared(cautions_.first());
+    for (const QString &text : told)
+        Q_EMIT cautionAppeared(text);
 }
 
 void CautionBand::setMargin(int margin)
@@ -96,12 +123,12 @@ QRect CautionBand::textRect() const
 QString CautionBand::shownText() const
 {
     const QFontMetrics metrics(Typography::font(TextStyle::Body));
-    return metrics.elidedText(cautions_.value(0), Qt::ElideRight, textRect().width());
+    return metrics.elidedText(gravest(), Qt::ElideRight, textRect().width());
 }
 
 void CautionBand::paintEvent(QPaintEvent *)
 {
-    if (cautions_.isEmpty())
+    if (cautions_.empty())
         return;
     QPainter painter(this);
     ControlPaint::box(painter, rect(), DesignColors::color(ColorRole::WarnBackground),
@@ -120,9 +147,9 @@ bool CautionBand::event(QEvent *event)
 {
     if (event->type() != QEvent::ToolTip)
         return QWidget::event(event);
-    const bool isElided = shownText() != cautions_.value(0);
-    ToolTips::show(static_cast<QHelpEvent *>(event)->globalPos(),
-                   isElided ? cautions_.value(0) : QString(), this);
+    const bool isElided = shownText() != gravest();
+    ToolTips::show(static_cast<QHelpEvent *>(event)->globalPos(), isElided ? gravest() : QString(),
+                   this);
     return true;
 }
 
@@ -132,6 +159,6 @@ void CautionBand::openList()
         list_ = new CautionList(moreLink_);
         connect(list_, &QObject::destroyed, this, [this] { list_ = nullptr; });
     }
-    list_->setCautions(cautions_);
+    list_->setCautions(cautions());
     list_->open();
 }

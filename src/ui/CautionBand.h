@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/Caution.h"
+
 #include <QStringList>
 #include <QWidget>
 
@@ -7,7 +9,8 @@ class CautionList;
 class LinkButton;
 
 /// A warning line with its icon: the gravest caution, and a link to the others. Draws nothing
-/// without one, and keeps its place. Screen readers are told when another caution appears.
+/// without one, and keeps its place. Screen readers are told when a caution of another kind
+/// appears, wherever it stands.
 ///
 /// Thread: main
 class CautionBand : public QWidget
@@ -17,9 +20,8 @@ class CautionBand : public QWidget
   public:
     explicit CautionBand(QWidget *parent = nullptr);
 
-    /// The gravest first.
-    void setCautions(const QStringList &cautions);
-    [[nodiscard]] QStringList cautions() const { return cautions_; }
+    void setCautions(const CautionTexts &cautions);
+    [[nodiscard]] QStringList cautions() const;
     /// From the edges to the icon, and to what stands at the right.
     void setMargin(int margin);
     /// Room for what a view puts at the right end.
@@ -31,7 +33,7 @@ class CautionBand : public QWidget
     [[nodiscard]] QSize sizeHint() const override;
 
   Q_SIGNALS:
-    /// Another caution is the gravest; screen readers are told by the band itself.
+    /// One of another kind; screen readers are told by the band itself.
     void cautionAppeared(const QString &caution);
 
   protected:
@@ -40,13 +42,14 @@ class CautionBand : public QWidget
     bool event(QEvent *event) override;
 
   private:
-    void tell();
+    void tell(const CautionTexts &before);
+    [[nodiscard]] QString gravest() const;
     void openList();
     void placeLink();
     [[nodiscard]] QRect textRect() const;
     [[nodiscard]] QString shownText() const;
 
-    QStringList cautions_;
+    CautionTexts cautions_;
     LinkButton *moreLink_;
     CautionList *list_ = nullptr;
     int margin_ = 12;

@@ -1,6 +1,7 @@
 #include "ui/ColorProperties.h"
 
 #include "platform/UserDefaults.h"
+#include "ui/InterfaceColorStyle.h"
 
 #include <QDataStream>
 #include <QIODevice>
@@ -49,6 +50,15 @@ bool isComponent(double value)
     return value >= 0 && value <= 1; // false for what is not a number
 }
 
+std::optional<QColor> colorIn(const QVariantMap &table, const QString &key)
+{
+    const auto found = table.constFind(key);
+    if (found == table.constEnd())
+        return std::nullopt;
+    const std::optional<ColorComponents> color = ColorProperties::unarchived(found->toByteArray());
+    return color ? std::optional(color->color()) : std::nullopt;
+}
+
 } // namespace
 
 QColor ColorComponents::color() const
@@ -94,10 +104,23 @@ QString ColorProperties::key(const QString &styleName, QLatin1String property, b
 
 std::optional<QColor> ColorProperties::color(const QString &key)
 {
-    const QVariantMap table = UserDefaults::standard().value(tableKey).toMap();
-    const auto found = table.constFind(key);
-    if (found == table.constEnd())
-        return std::nullopt;
-    const std::optional<ColorComponents> color = unarchived(found->toByteArray());
-    return color ? std::optional(color->color()) : std::nullopt;
+    return colorIn(UserDefaults::standard().value(tableKey).toMap(), key);
+}
+
+std::optional<QColor> ColorProperties::current(const QString &styleName, QLatin1String property)
+{
+    return color(key(styleName, property, InterfaceColorStyle::isDarkMode()));
+}
+
+QColor ColorProperties::colorOrDefault(const QString &styleName, QLatin1String property,
+                                       bool isDark)
+{
+    const QString wanted = key(styleName, property, isDark);
+    const std::optional<QColor> stored = color(wanted);
+    return stored ? *stored : colorIn(defaultTable(), wanted).value_or(QColor(Qt::transparent));
+}
+
+QColor ColorProperties::currentOrDefault(const QString &styleName, QLatin1String property)
+{
+    return colorOrDefault(styleName, property, InterfaceColorStyle::isDarkMode());
 }

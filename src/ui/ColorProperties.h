@@ -41,4 +41,11 @@ QString key(const QString &styleName, QLatin1String property, bool isDark, bool 
 /// The stored table's colour under this key; the whole default table counts where none is stored.
 std::optional<QColor> color(const QString &key);
 
+/// What color() has for this style under the current theme.
+std::optional<QColor> current(const QString &styleName, QLatin1String property);
+
+/// What color() has for this style, else the default table's: what has to be drawn in some colour.
+QColor colorOrDefault(const QString &styleName, QLatin1String property, bool isDark);
+QColor currentOrDefault(const QString &styleName, QLatin1String property);
+
 } // namespace ColorProperties

@@ -1,5 +1,7 @@
 #include "ui/ContentView.h"
 
+#include "ui/ReturnKey.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
@@ -108,9 +110,7 @@ void ContentView::resizeEvent(QResizeEvent *)
 
 void ContentView::keyPressEvent(QKeyEvent *event)
 {
-    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    if (!isReturn || !isPlain || event->isAutoRepeat() || !pressDefault())
+    if (!ReturnKey::isAlone(*event) || event->isAutoRepeat() || !pressDefault())
         event->ignore();
 }
 

@@ -2,9 +2,9 @@
 
 #include "ui/ControlPaint.h"
 #include "ui/FocusRing.h"
+#include "ui/ReturnKey.h"
 #include "ui/Typography.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 
 ControlButton::ControlButton(QWidget *parent) : QAbstractButton(parent)
@@ -33,11 +33,6 @@ void ControlButton::paintControl(QPainter &painter) const
 
 void ControlButton::keyPressEvent(QKeyEvent *event)
 {
-    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!isReturn || event->modifiers() & ~Qt::KeypadModifier) {
+    if (!ReturnKey::clicks(*this, *event))
         QAbstractButton::keyPressEvent(event);
-        return;
-    }
-    if (!event->isAutoRepeat())
-        click();
 }

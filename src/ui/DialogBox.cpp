@@ -242,9 +242,7 @@ void DialogBox::colorThemeChangedNotification()
     imgLarge_->setOpacity(UserDefaults::standard().boolean(ThemeKeys::darkMode)
                               ? motifOpacityInTheDark
                               : motifOpacity);
-    update();
-    for (QWidget *part : findChildren<QWidget *>())
-        part->update();
+    updateTree();
 }
 
 void DialogBox::addButtonWithTitle(const QString &title)
@@ -516,9 +514,7 @@ void DialogBox::open()
         winId();
         windowHandle()->setTransientParent(below->windowHandle());
     }
-    show();
-    raise();
-    activateWindow();
+    makeKeyAndOrderFront();
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
 }

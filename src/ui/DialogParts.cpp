@@ -4,7 +4,6 @@
 #include "ui/DesignColors.h"
 #include "ui/DropDrawing.h"
 #include "ui/Hairline.h"
-#include "ui/InterfaceColorStyle.h"
 #include "ui/Typography.h"
 
 #include <QPainter>
@@ -13,18 +12,6 @@ namespace {
 
 constexpr QRectF motifPlace(292, -72, 160, 235);
 constexpr double motifAngle = 12;
-
-/// The stored colour of a style, else the one that the application begins with.
-QColor storedColor(const QString &style)
-{
-    const QString key =
-        ColorProperties::key(style, QLatin1String("bg"), InterfaceColorStyle::isDarkMode());
-    if (const auto stored = ColorProperties::color(key))
-        return *stored;
-    return ColorProperties::unarchived(ColorProperties::defaultTable().value(key).toByteArray())
-        .value_or(ColorComponents{})
-        .color();
-}
 
 } // namespace
 
@@ -35,7 +22,8 @@ DialogGround::DialogGround(QWidget *parent) : VTLView(QStringLiteral("DefaultAle
 
 void DialogGround::drawRect(QPainter &painter, const QRect &dirtyRect)
 {
-    painter.fillRect(dirtyRect, storedColor(name()));
+    if (!colorCache().color(background))
+        painter.fillRect(dirtyRect, ColorProperties::currentOrDefault(name(), QLatin1String("bg")));
     VTLView::drawRect(painter, dirtyRect);
 }
 
@@ -48,8 +36,9 @@ void DialogStrip::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.fillRect(rect(), DesignColors::color(ColorRole::DialogStrip));
-    painter.fillRect(QRectF(0, 0, width(), hairline(painter)),
-                     storedColor(QStringLiteral("DefaultLine")));
+    painter.fillRect(
+        QRectF(0, 0, width(), hairline(painter)),
+        ColorProperties::currentOrDefault(QStringLiteral("DefaultLine"), QLatin1String("bg")));
 }
 
 DialogMotif::DialogMotif(QWidget *parent) : QWidget(parent)

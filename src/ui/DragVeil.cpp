@@ -4,7 +4,6 @@
 #include "ui/ColorProperties.h"
 #include "ui/ControlPaint.h"
 #include "ui/DesignColors.h"
-#include "ui/InterfaceColorStyle.h"
 #include "ui/Typography.h"
 #include "ui/WindowGeometry.h"
 
@@ -19,18 +18,12 @@ constexpr double veilOpacity = 0.55;
 constexpr double cardRadius = 8;
 constexpr int padding = 16;
 
-std::optional<QColor> stored(const QString &style, QLatin1String property)
-{
-    return ColorProperties::color(
-        ColorProperties::key(style, property, InterfaceColorStyle::isDarkMode()));
-}
-
 /// The window's ground, as it looks under the header of a window of this size.
 std::optional<QLinearGradient> windowGround(int bodyHeight)
 {
     const QString style = QStringLiteral("DefaultWindowView");
-    const std::optional<QColor> start = stored(style, QLatin1String("bggradstart"));
-    const std::optional<QColor> end = stored(style, QLatin1String("bggradend"));
+    const auto start = ColorProperties::current(style, QLatin1String("bggradstart"));
+    const auto end = ColorProperties::current(style, QLatin1String("bggradend"));
     if (!start || !end)
         return std::nullopt;
     QLinearGradient ground(0, -WindowGeometry::headerHeight, 0, bodyHeight);
@@ -156,7 +149,8 @@ void DragVeil::paintCard(QPainter &painter)
     ControlPaint::cardShadow(painter, card);
     QPainterPath path;
     path.addRoundedRect(card, cardRadius, cardRadius);
-    const auto ground = stored(QStringLiteral("DefaultAlertView"), QLatin1String("bg"));
+    const auto ground =
+        ColorProperties::current(QStringLiteral("DefaultAlertView"), QLatin1String("bg"));
     painter.fillPath(path, ground.value_or(DesignColors::color(ColorRole::Menu)));
     const QRect line = card.adjusted(padding, Typography::scaled(16), -padding, 0);
     const QRect heading(line.topLeft(),

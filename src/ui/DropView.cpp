@@ -1,7 +1,6 @@
 #include "ui/DropView.h"
 
 #include "platform/DesktopSettings.h"
-#include "support/NumberText.h"
 #include "ui/AddCallout.h"
 #include "ui/ButtonBlue.h"
 #include "ui/DropZone.h"
@@ -60,7 +59,7 @@ void DropView::fillIn()
     zone_->setAccessibleName(tr("Drop zone"));
     hint_->setText(tr("or press Ctrl+O"));
     chooseButton_->setAccessibleName(chooseButton_->text());
-    showWords(-1);
+    showUsualWords();
     resetBtnInfo();
 }
 
@@ -90,10 +89,14 @@ void DropView::setPrefersReducedMotion(std::function<bool()> predicate)
     prefersReducedMotion_ = std::move(predicate);
 }
 
-void DropView::setDragItems(int items)
+void DropView::setDrag(const QString &heading, const QString &sentence)
 {
-    showWords(items);
-    const double target = items < 0 ? 0 : 1;
+    const bool isDrag = !heading.isEmpty();
+    if (isDrag)
+        showWords(heading, sentence);
+    else
+        showUsualWords();
+    const double target = isDrag ? 1 : 0;
     fade_.stop();
     if (!isVisible() || prefersReducedMotion_()) {
         showDrag(target);
@@ -104,17 +107,16 @@ void DropView::setDragItems(int items)
     fade_.start();
 }
 
-void DropView::showWords(int items)
+void DropView::showUsualWords()
 {
-    if (items < 0) {
-        heading_->setText(tr("Let go of what you no longer need"));
-        sentence_->setText(
-            tr("Files are overwritten, then removed. Nothing happens until you press Start."));
-        return;
-    }
-    heading_->setText(items == 1 ? tr("Release to add 1 item")
-                                 : tr("Release to add %1 items").arg(NumberText::grouped(items)));
-    sentence_->setText(tr("Nothing is erased until you press Start."));
+    showWords(tr("Let go of what you no longer need"),
+              tr("Files are overwritten, then removed. Nothing happens until you press Start."));
+}
+
+void DropView::showWords(const QString &heading, const QString &sentence)
+{
+    heading_->setText(heading);
+    sentence_->setText(sentence);
 }
 
 void DropView::showDrag(double drag)

@@ -22,8 +22,8 @@ class DropView : public ContentView
     explicit DropView(QWidget *parent = nullptr);
 
     void setMethodText(const QString &text);
-    /// So many items hang over the window; -1: none do.
-    void setDragItems(int items);
+    /// What it says while files hang over the window; without a heading none do.
+    void setDrag(const QString &heading, const QString &sentence);
     /// Who says whether to do without fading; the desktop where nobody else does.
     void setPrefersReducedMotion(std::function<bool()> predicate);
 
@@ -55,7 +55,8 @@ class DropView : public ContentView
   private:
     void fillIn();
     void showDrag(double drag);
-    void showWords(int items);
+    void showWords(const QString &heading, const QString &sentence);
+    void showUsualWords();
 
     DropZone *zone_;
     ImageView *imageView_;

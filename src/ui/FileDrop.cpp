@@ -7,11 +7,6 @@
 #include <QDropEvent>
 #include <QMimeData>
 
-bool FileDrop::offersFiles(const QMimeData *dragged)
-{
-    return !paths(dragged).empty();
-}
-
 std::vector<QByteArray> FileDrop::paths(const QMimeData *dragged)
 {
     const QString type = QStringLiteral("text/uri-list");

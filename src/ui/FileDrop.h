@@ -13,8 +13,6 @@ class QMimeData;
 /// Thread: main
 namespace FileDrop {
 
-/// Whether there is a file or a folder among what is dragged.
-bool offersFiles(const QMimeData *dragged);
 /// Paths as the bytes they are, in the order in which they are given.
 std::vector<QByteArray> paths(const QMimeData *dragged);
 int count(const QMimeData *dragged);

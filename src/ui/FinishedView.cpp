@@ -32,7 +32,6 @@ FinishedView::FinishedView(QWidget *parent)
 void FinishedView::fillIn()
 {
     caption_->setText(tr("overwritten and removed"));
-    note_->setText(tr("Folders that became empty were removed."));
     for (Figure *figure : figures_)
         figure->setTops(12, 30);
     errorLogButton_->setAccessibleName(errorLogButton_->text());
@@ -50,9 +49,11 @@ void FinishedView::setSummary(const Summary &summary)
     failed()->setValue(summary.failed);
     failed()->setIsBad(summary.hasFailures);
     failureBand_->setVisible(summary.hasFailures);
-    failureBand_->setCautions(summary.hasFailures ? QStringList(summary.failureText)
-                                                  : QStringList());
+    failureBand_->setCautions(summary.hasFailures ? CautionTexts{{summary.failureText}}
+                                                  : CautionTexts());
     errorLogButton_->setVisible(summary.showsErrorButton);
+    note_->setText(summary.wasStopped ? tr("No folders were removed.")
+                                      : tr("Folders that became empty were removed."));
     layOutAgain();
 }
 
@@ -105,7 +106,7 @@ void FinishedView::placeCard(const FinishedLayout &layout)
 void FinishedView::placeBand(const FinishedLayout &layout)
 {
     failureBand_->setGeometry(layout.band);
-    failureBand_->setMargin(layout.bandIcon.x());
+    failureBand_->setMargin(layout.bandMargin);
     errorLogButton_->setGeometry(layout.bandButton);
     failureBand_->setReservedWidth(layout.band.width() - layout.bandButton.x());
 }

@@ -31,6 +31,7 @@ class FinishedView : public ContentView
         bool hasFailures = false;
         QString failureText;
         bool showsErrorButton = false;
+        bool wasStopped = false; ///< before the end of the queue
         std::int64_t runStatus = 4;
     };
 

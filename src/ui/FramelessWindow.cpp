@@ -4,6 +4,7 @@
 #include "ui/DesignColors.h"
 #include "ui/Hairline.h"
 #include "ui/VTLView.h"
+#include "ui/VantorelStyle.h"
 #include "ui/WindowGeometry.h"
 #include "ui/WindowHeader.h"
 #include "ui/WindowRegister.h"
@@ -97,6 +98,22 @@ void FramelessWindow::layOut()
     raiseEdge();
 }
 
+void FramelessWindow::makeKeyAndOrderFront()
+{
+    if (isMinimized())
+        setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void FramelessWindow::updateTree()
+{
+    update();
+    for (QWidget *part : findChildren<QWidget *>())
+        part->update();
+}
+
 void FramelessWindow::raiseEdge()
 {
     edge_->raise();
@@ -107,10 +124,12 @@ void FramelessWindow::performWindowResize(Qt::Edges edges)
     windowHandle()->startSystemResize(edges);
 }
 
-/// A compositing manager comes and goes without a word to the windows, so they look again at times.
+/// A compositing manager comes and goes without a word to the windows, so they look again at times,
+/// for menus and tool tips as well.
 void FramelessWindow::lookAtCompositing()
 {
     isCompositedNow_ = isComposited_();
+    VantorelStyle::setTransparentWindows(isCompositedNow_);
     updateCornerRadius();
 }
 

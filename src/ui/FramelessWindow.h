@@ -33,6 +33,10 @@ class FramelessWindow : public QWidget
     void setIsComposited(std::function<bool()> predicate);
     void setResizable(bool isResizable) { isResizable_ = isResizable; }
 
+    /// Shows the window, also from its minimised state, in front of the others and with the
+    /// keyboard.
+    void makeKeyAndOrderFront();
+
   Q_SIGNALS:
     void becameKey();
     void resignedKey();
@@ -42,6 +46,8 @@ class FramelessWindow : public QWidget
     /// Once, from the constructor of the class that knows its header.
     void setWindowHeader(WindowHeader *header);
     virtual void layOut();
+    /// All that the window shows is drawn anew, each widget for itself.
+    void updateTree();
     /// Brings what lies over everything back to the top.
     void raiseEdge();
     /// Asks the window system to resize the window by these edges.

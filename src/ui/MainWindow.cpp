@@ -19,6 +19,7 @@
 #include "ui/Typography.h"
 #include "ui/VTLView.h"
 #include "ui/VantorelStyle.h"
+#include "ui/ViewRuler.h"
 #include "ui/WindowGeometry.h"
 #include "ui/WindowRegister.h"
 
@@ -32,9 +33,6 @@
 
 namespace {
 
-constexpr int naturalWidth = 720;
-constexpr int naturalHeight = 520;
-constexpr int leastWidth = 640;
 constexpr int leastHeight = 240;
 constexpr int frameDelay = 500; ///< milliseconds
 
@@ -70,8 +68,7 @@ MainWindow::MainWindow(QWidget *parent)
       canBeReopened_(SessionBus::isThere)
 {
     setWindowTitle(tr("Vantorel"));
-    setMinimumSize(std::min(Typography::scaled(leastWidth), screen()->availableSize().width()),
-                   WindowGeometry::headerHeight + leastHeight);
+    updateMinimumSize();
     setWindowHeader(header_);
     // Each step of a move or resize would go to the disk.
     frameTimer_.setSingleShot(true);
@@ -89,6 +86,13 @@ MainWindow::MainWindow(QWidget *parent)
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::updateMinimumSize()
+{
+    setMinimumSize(
+        std::min(Typography::scaled(ViewRuler::smallestWidth), screen()->availableSize().width()),
+        WindowGeometry::headerHeight + leastHeight);
+}
 
 void MainWindow::connectHeader()
 {
@@ -110,10 +114,6 @@ void MainWindow::connectMenu()
     // A choice must not change the mark: it says that the window is key.
     connect(menu_->mainWindow(), &QAction::triggered, this,
             [this] { menu_->mainWindow()->setChecked(isActiveWindow()); });
-    connect(this, &FramelessWindow::becameKey, menu_,
-            [this] { menu_->mainWindow()->setChecked(true); });
-    connect(this, &FramelessWindow::resignedKey, menu_,
-            [this] { menu_->mainWindow()->setChecked(false); });
     connect(menu_, &QMenu::aboutToShow, header_,
             [this] { header_->btnMenu()->setKeptPressed(true); });
     connect(menu_, &QMenu::aboutToHide, header_,
@@ -167,16 +167,13 @@ void MainWindow::setAppearance(const QString &appearance)
 {
     appearance_ = appearance;
     VantorelStyle::applyTheme();
-    update();
-    for (QWidget *child : findChildren<QWidget *>())
-        child->update();
+    updateTree();
 }
 
 void MainWindow::windowDidBecomeMain()
 {
     WindowRegister::shared().setMainWindow(this);
     NotificationHub::shared().post(NotificationName::windowDidBecomeMain, this);
-    Q_EMIT becameMain();
 }
 
 void MainWindow::windowDidResignMain()
@@ -186,15 +183,6 @@ void MainWindow::windowDidResignMain()
 void MainWindow::reOpenMainWindow()
 {
     makeKeyAndOrderFront();
-}
-
-void MainWindow::makeKeyAndOrderFront()
-{
-    if (isMinimized())
-        setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
 }
 
 bool MainWindow::applicationShouldHandleReopen(bool)
@@ -239,8 +227,9 @@ void MainWindow::addDropTarget(QWidget *target)
 
 QSize MainWindow::firstSize() const
 {
-    const QSize natural(Typography::scaled(naturalWidth),
-                        WindowGeometry::headerHeight + Typography::scaled(naturalHeight));
+    const QSize natural(Typography::scaled(ViewRuler::naturalWidth),
+                        WindowGeometry::headerHeight +
+                            Typography::scaled(ViewRuler::naturalHeight));
     return WindowGeometry::firstContentSize(natural, screen()->availableSize());
 }
 
@@ -288,7 +277,6 @@ void MainWindow::performClose()
     }
     saveFrame();
     showMinimized();
-    Q_EMIT closedByUser();
 }
 
 /// Never refused, since a refusal would keep the application from quitting.
@@ -298,7 +286,6 @@ void MainWindow::closeEvent(QCloseEvent *event)
     event->accept();
     if (!canBeReopened_())
         QTimer::singleShot(0, this, &QWidget::showMinimized);
-    Q_EMIT closedByUser();
 }
 
 void MainWindow::layOut()
@@ -328,6 +315,8 @@ void MainWindow::resizeEvent(QResizeEvent *event)
 
 bool MainWindow::event(QEvent *event)
 {
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::ApplicationFontChange)
+        updateMinimumSize();
     if (event->type() == QEvent::ShortcutOverride) {
         const auto *key = static_cast<QKeyEvent *>(event);
         isAltAlone_ = isAltAlone_ && key->key() == Qt::Key_Alt;

@@ -40,7 +40,7 @@ class AppearanceView : public QWidget
 /// Closing hides it. Without a session bus nothing could bring it back, so it is minimised instead.
 ///
 /// Thread:       main
-/// Holds weakly: the current view's controller, the content views, the drop targets
+/// Holds weakly: the current view's controller, the content views
 /// Units:        logical pixels
 class MainWindow : public FramelessWindow
 {
@@ -60,7 +60,6 @@ class MainWindow : public FramelessWindow
     /// Kept on purpose: does nothing; "WindowDidResignMain" is posted by nobody.
     void windowDidResignMain();
     void reOpenMainWindow();
-    void makeKeyAndOrderFront();
     bool applicationShouldHandleReopen(bool hasVisibleWindows);
 
     /// Copy, whatever is dragged.
@@ -110,8 +109,6 @@ class MainWindow : public FramelessWindow
   Q_SIGNALS:
     /// -1 when no files are dragged over the window.
     void dragStateChanged(int items);
-    void becameMain();
-    void closedByUser();
 
   protected:
     void layOut() override;
@@ -128,6 +125,7 @@ class MainWindow : public FramelessWindow
     void dropEvent(QDropEvent *event) override;
 
   private:
+    void updateMinimumSize();
     void connectHeader();
     void connectSheet();
     void connectMenu();

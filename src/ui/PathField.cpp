@@ -18,6 +18,8 @@ constexpr int textLift = 2;
 PathField::PathField(QWidget *parent) : QLineEdit(parent)
 {
     setFrame(false);
+    // Files that are let go over it are the window's, not a text.
+    setAcceptDrops(false);
     setTextMargins(textMargin, 0, textMargin, textLift);
     setFont(Typography::font(TextStyle::Body));
     QPalette clear;

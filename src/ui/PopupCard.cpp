@@ -80,6 +80,16 @@ void PopupCard::prepareList(QListView *view)
     connect(view, &QListView::entered, view, &QListView::setCurrentIndex);
 }
 
+bool PopupCard::event(QEvent *event)
+{
+    // Qt asks the focused widget first, and then what it lies in.
+    if (event->type() == QEvent::ShortcutOverride) {
+        event->accept();
+        return true;
+    }
+    return QWidget::event(event);
+}
+
 bool PopupCard::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == parentWidget() && event->type() == QEvent::Resize)

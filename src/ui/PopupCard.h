@@ -7,7 +7,8 @@ class QListView;
 
 /// A card that lies over its window until something is chosen in it or the user turns away: a click
 /// beside it, Escape, another window. It is a part of the window, with the window's own ground
-/// behind its round corners, and never reaches beyond the window's edge.
+/// behind its round corners, and never reaches beyond the window's edge. While it is open, no
+/// shortcut acts: keys are the card's.
 ///
 /// Thread: main
 class PopupCard : public QWidget
@@ -43,6 +44,7 @@ class PopupCard : public QWidget
     /// To place the contents.
     virtual void cardPlaced(const QRect &card) = 0;
 
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;

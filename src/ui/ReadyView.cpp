@@ -109,7 +109,7 @@ void ReadyView::setPasses(std::int64_t method, const QString &label)
     passesLabel_->setText(label);
 }
 
-void ReadyView::setCautions(const QStringList &cautions)
+void ReadyView::setCautions(const CautionTexts &cautions)
 {
     cautionBand_->setCautions(cautions);
 }
@@ -127,6 +127,8 @@ std::vector<QWidget *> ReadyView::tabStops() const
 void ReadyView::viewDidAppear()
 {
     shownAt_ = clock_();
+    isPressForgotten_ = true;
+    startButton_->setDown(false);
 }
 
 void ReadyView::showEvent(QShowEvent *event)
@@ -150,7 +152,13 @@ void ReadyView::start()
 
 bool ReadyView::eventFilter(QObject *watched, QEvent *event)
 {
-    if (isPress(*event) && isGuarded())
+    if (isPress(*event)) {
+        if (isGuarded())
+            return true;
+        isPressForgotten_ = false;
+    }
+    // A held button would go down again as soon as the pointer moves on it.
+    if (isPressForgotten_ && event->type() == QEvent::MouseMove)
         return true;
     return ContentView::eventFilter(watched, event);
 }

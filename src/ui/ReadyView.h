@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/Caution.h"
 #include "ui/ContentView.h"
 
 #include <cstdint>
@@ -15,7 +16,8 @@ class VTLLine;
 /// The view that shows what a run would erase and how, with the button that starts it.
 ///
 /// The button does nothing in the first moments of the view: a key or a click that was meant for
-/// what was there before must not start a run. Nor does a key that repeats.
+/// what was there before must not start a run. Nor does a key that repeats, or a press that began
+/// before the view came or its contents changed.
 ///
 /// Thread: main
 class ReadyView : public ContentView
@@ -41,7 +43,7 @@ class ReadyView : public ContentView
     /// The text of the chosen method, up to three lines.
     void setDescription(const QString &description);
     void setPasses(std::int64_t method, const QString &label);
-    void setCautions(const QStringList &cautions);
+    void setCautions(const CautionTexts &cautions);
     void setClock(Clock clock) { clock_ = std::move(clock); }
 
     [[nodiscard]] QueueTable *table() const { return table_; }
@@ -95,4 +97,5 @@ class ReadyView : public ContentView
     ButtonRed *startButton_;
     Clock clock_;
     std::int64_t shownAt_ = 0;
+    bool isPressForgotten_ = false; ///< the button may still be held
 };

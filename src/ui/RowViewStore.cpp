@@ -31,7 +31,7 @@ RowViewStore::View RowViewStore::reuse(const QString &identifier)
 
 void RowViewStore::hide(View view)
 {
-    // The row that it stood for keeps its mouse and its colour of the moment.
+    // The next row that it stands for begins without the mouse and the colour of this one.
     view->setRedisplay({});
     view->updateTrackingAreas();
     view->overWriteSelectionColorWithColor(std::nullopt);

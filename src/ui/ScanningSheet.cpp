@@ -99,6 +99,7 @@ void ScanningSheet::layOut()
 void ScanningSheet::setFound(const QString &files, const QString &bytes)
 {
     files_->setText(files);
+    files_->setAccessibleDescription(files);
     bytes_->setText(bytes);
 }
 

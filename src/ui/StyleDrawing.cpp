@@ -3,7 +3,6 @@
 #include "ui/ColorProperties.h"
 #include "ui/DesignColors.h"
 #include "ui/Hairline.h"
-#include "ui/InterfaceColorStyle.h"
 #include "ui/Typography.h"
 
 #include <QPainter>
@@ -142,11 +141,10 @@ void StyleDrawing::menuItem(QPainter &painter, const QStyleOptionMenuItem &optio
 {
     if (option.menuItemType == QStyleOptionMenuItem::Separator) {
         const QRect &rect = option.rect;
-        const QString line = ColorProperties::key(
-            QStringLiteral("DefaultLine"), QLatin1String("bg"), InterfaceColorStyle::isDarkMode());
-        painter.fillRect(rect.left() + menuSeparatorInset, rect.top() + rect.height() / 2,
-                         rect.width() - 2 * menuSeparatorInset, 1,
-                         ColorProperties::color(line).value_or(QColor(Qt::transparent)));
+        if (const auto line =
+                ColorProperties::current(QStringLiteral("DefaultLine"), QLatin1String("bg")))
+            painter.fillRect(rect.left() + menuSeparatorInset, rect.top() + rect.height() / 2,
+                             rect.width() - 2 * menuSeparatorInset, 1, *line);
         return;
     }
     const bool isEnabled = isOn(option, QStyle::State_Enabled);
@@ -227,9 +225,9 @@ void StyleDrawing::button(QPainter &painter, const QStyleOptionButton &option)
 
 void StyleDrawing::selector(QPainter &painter, const QStyleOption &option)
 {
+    const bool isEnabled = isOn(option, QStyle::State_Enabled);
     panel(painter, option.rect, controlRadius,
-          DesignColors::color(isOn(option, QStyle::State_Enabled) ? ground(option)
-                                                                  : ColorRole::SurfaceHead),
+          isEnabled ? DesignColors::color(ground(option)) : QColor(Qt::transparent),
           DesignColors::color(ColorRole::EdgeControl));
 }
 

@@ -2,7 +2,6 @@
 
 #include "ui/ColorProperties.h"
 #include "ui/DesignColors.h"
-#include "ui/InterfaceColorStyle.h"
 #include "ui/TableCard.h"
 #include "ui/Typography.h"
 
@@ -11,12 +10,6 @@
 namespace {
 
 constexpr double designHeight = 24;
-
-std::optional<QColor> lineColor()
-{
-    return ColorProperties::color(ColorProperties::key(
-        QStringLiteral("DefaultLine"), QLatin1String("bg"), InterfaceColorStyle::isDarkMode()));
-}
 
 } // namespace
 
@@ -53,11 +46,14 @@ void TableHead::paintTitles(QPainter &painter) const
 {
     const TableLayout::Columns columns = TableLayout::columns(kind_, width(), Typography::factor());
     const int first = kind_ == TableKind::ErrorLog ? 0 : 1; // the status has no title
+    const QFont font = Typography::font(TextStyle::SmallMedium);
+    const QFontMetrics metrics(font);
     const auto paintTitle = [&](int section, TableLayout::Span span, Qt::Alignment alignment) {
         painter.drawText(QRect(span.x, 0, span.width, height()),
-                         int(alignment | Qt::AlignVCenter) | Qt::TextSingleLine, title(section));
+                         int(alignment | Qt::AlignVCenter) | Qt::TextSingleLine,
+                         metrics.elidedText(title(section), Qt::ElideRight, span.width));
     };
-    painter.setFont(Typography::font(TextStyle::SmallMedium));
+    painter.setFont(font);
     painter.setPen(DesignColors::color(ColorRole::TextSecondary));
     paintTitle(first, columns.name, Qt::AlignLeft);
     paintTitle(first + 1, columns.folder, Qt::AlignLeft);
@@ -71,7 +67,8 @@ void TableHead::paintEvent(QPaintEvent *)
     const QSizeF card(parentWidget()->size());
     TableCard::clip(painter, card);
     painter.fillRect(rect(), DesignColors::color(ColorRole::SurfaceHead));
-    if (const std::optional<QColor> color = lineColor())
+    if (const auto color =
+            ColorProperties::current(QStringLiteral("DefaultLine"), QLatin1String("bg")))
         painter.fillRect(QRect(0, height() - 1, width(), 1), *color);
     paintTitles(painter);
     painter.setClipping(false);

@@ -7,6 +7,12 @@
 
 ThemedView::ThemedView(const QString &name, QWidget *parent) : QWidget(parent), name_(name)
 {
+    defaultInit();
+}
+
+void ThemedView::defaultInit()
+{
+    isMainWindow_ = true;
     didResignMain_ = NotificationHub::shared().observe(
         NotificationName::windowDidResignMain,
         [this](const auto &) { windowDidResignMainNotification(); });

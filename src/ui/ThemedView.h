@@ -46,6 +46,8 @@ class ThemedView : public QWidget
     static constexpr QLatin1String tint{"tint"};
 
   private:
+    /// Hears of the main window from here on, and takes its own for that one.
+    void defaultInit();
     void windowDidResignMainNotification();
     void windowDidBecomeMainNotification();
     void takeMainWindow(bool isMain);
@@ -53,7 +55,7 @@ class ThemedView : public QWidget
     QString name_;
     ColorCache colorCache_;
     bool lastMode_ = false;
-    bool isMainWindow_ = true;
+    bool isMainWindow_ = false;
     bool hasKeyColor_ = false;
     NotificationHub::Token didResignMain_;
     NotificationHub::Token didBecomeMain_;

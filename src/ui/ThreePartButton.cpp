@@ -2,8 +2,8 @@
 
 #include "ui/ControlPaint.h"
 #include "ui/Pictures.h"
+#include "ui/ReturnKey.h"
 
-#include <QKeyEvent>
 #include <QPainter>
 
 namespace {
@@ -95,12 +95,6 @@ void ThreePartButton::paintEvent(QPaintEvent *)
 
 void ThreePartButton::keyPressEvent(QKeyEvent *event)
 {
-    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    const bool isPlain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
-    if (!isReturn || !isPlain) {
+    if (!ReturnKey::clicks(*this, *event))
         QPushButton::keyPressEvent(event);
-        return;
-    }
-    if (!event->isAutoRepeat())
-        click();
 }

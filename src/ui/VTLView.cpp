@@ -4,11 +4,11 @@
 #include "ui/InterfaceColorStyle.h"
 #include "ui/RoundedCorners.h"
 #include "ui/ThemeKeys.h"
+#include "ui/WindowDrag.h"
 
 #include <QLinearGradient>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QWindow>
 
 #include <array>
 
@@ -138,6 +138,5 @@ void VTLView::mousePressEvent(QMouseEvent *event)
 
 void VTLView::performWindowDrag()
 {
-    if (QWindow *handle = window()->windowHandle())
-        handle->startSystemMove();
+    WindowDrag::begin(*this);
 }

@@ -41,24 +41,13 @@ bool isToolTip(const QObject *object)
 /// The ground of a window of Qt's own: that of our dialogs.
 QColor windowGround(bool isDark)
 {
-    return ColorProperties::unarchived(
-               ColorProperties::defaultTable()
-                   .value(ColorProperties::key(QStringLiteral("DefaultAlertView"),
-                                               QLatin1String("bg"), isDark))
-                   .toByteArray())
-        .value_or(ColorComponents{})
-        .color();
+    return ColorProperties::colorOrDefault(QStringLiteral("DefaultAlertView"), QLatin1String("bg"),
+                                           isDark);
 }
 
 QColor selectionGround(QLatin1String property, bool isDark)
 {
-    return ColorProperties::unarchived(
-               ColorProperties::defaultTable()
-                   .value(ColorProperties::key(QStringLiteral("DefaultTableRowView"), property,
-                                               isDark))
-                   .toByteArray())
-        .value_or(ColorComponents{})
-        .color();
+    return ColorProperties::colorOrDefault(QStringLiteral("DefaultTableRowView"), property, isDark);
 }
 
 void setGrounds(QPalette &palette, bool isDark)
@@ -146,7 +135,8 @@ void VantorelStyle::polish(QWidget *widget)
 {
     QProxyStyle::polish(widget);
     const bool isMenu = qobject_cast<QMenu *>(widget) != nullptr;
-    if (hasTransparentWindows && (isMenu || isToolTip(widget)))
+    // In every case, for a compositing manager may come while the window is there already.
+    if (isMenu || isToolTip(widget))
         widget->setAttribute(Qt::WA_TranslucentBackground);
     if (isMenu)
         widget->setMinimumWidth(Typography::scaled(menuWidth));

@@ -22,8 +22,8 @@ class VantorelStyle : public QProxyStyle
     /// Gives the application the palette of the current theme; every widget is drawn anew.
     static void applyTheme();
 
-    /// Whether windows may have rounded, transparent corners; menus and tool tips are square until
-    /// told so.
+    /// Whether windows may have rounded, transparent corners, from the next drawing on; menus and
+    /// tool tips are square until told so.
     static void setTransparentWindows(bool has);
 
     /// Whether edges are to be as strong as text; all that is shown is drawn anew.

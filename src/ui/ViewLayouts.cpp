@@ -111,9 +111,8 @@ FinishedLayout FinishedLayout::of(const ViewRuler &ruler, bool hasFailures)
     for (std::size_t index = 0; index < layout.lines.size(); ++index)
         layout.lines[index] = {layout.parts[index + 1].x(), length(12), 1, length(40)};
     layout.band = ruler.centred(104, 328, 512, 48);
-    layout.bandIcon = {length(16), length(16), length(16), length(16)};
+    layout.bandMargin = length(16);
     layout.bandButton = {length(376), length(8), length(128), length(32)};
-    layout.bandText = {length(44), length(14), length(376 - 44 - 12), length(20)};
     layout.button = ruler.centred(280, hasFailures ? 408 : 352, 160, 32);
     layout.note = ruler.line(ruler.bottom(476), 16);
     return layout;

@@ -74,9 +74,8 @@ struct FinishedLayout
     std::array<QRect, 3> parts; ///< within the card
     std::array<QRect, 2> lines; ///< within the card
     QRect band;
-    QRect bandIcon;   ///< within the band
-    QRect bandText;   ///< within the band
-    QRect bandButton; ///< within the band
+    int bandMargin = 0; ///< before what stands in the band
+    QRect bandButton;   ///< within the band
     QRect button;
     QRect note;
 

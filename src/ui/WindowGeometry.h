@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ui/ViewRuler.h"
+
 #include <QRect>
 #include <QSize>
 #include <QString>
@@ -16,8 +18,8 @@ namespace WindowGeometry {
 /// The height of a window's own header; it does not grow with the font.
 inline constexpr int headerHeight = 37;
 /// The least height of the content area that a window is first shown with, header included.
-inline constexpr int leastFirstHeight = 501;
-inline constexpr int leastFirstWidth = 640;
+inline constexpr int leastFirstHeight = headerHeight + ViewRuler::smallestHeight;
+inline constexpr int leastFirstWidth = ViewRuler::smallestWidth;
 /// How far from the window's edge the mouse resizes it.
 inline constexpr int resizeMargin = 6;
 /// How far along an edge its corner reaches.

@@ -4,12 +4,12 @@
 #include "ui/HeaderButton.h"
 #include "ui/Typography.h"
 #include "ui/VTLLine.h"
+#include "ui/WindowDrag.h"
 #include "ui/WindowGeometry.h"
 
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QWindow>
 
 #include <algorithm>
 
@@ -53,8 +53,7 @@ WindowHeader::WindowHeader(QWidget *parent)
 
 void WindowHeader::performWindowDrag()
 {
-    if (QWindow *handle = window()->windowHandle())
-        handle->startSystemMove();
+    WindowDrag::begin(*this);
 }
 
 void WindowHeader::placeButton(QWidget *button, int x, int width) const

@@ -28,9 +28,11 @@ vantorel_add_library(vantorel_ui_controls GUI
     PlainButton.cpp
     PopupCard.cpp
     ProgressTrack.cpp
+    ReturnKey.cpp
     RunningBar.cpp
     SegmentedControl.cpp
     SwitchButton.cpp
     ThreePartButton.cpp
     ThreePartImage.cpp
+    ValueTransformers.cpp
 )

@@ -20,6 +20,7 @@ vantorel_add_library(vantorel_ui_theme GUI
     VTLView.cpp
     VantorelStyle.cpp
     ViewMain.cpp
+    WindowDrag.cpp
     pictures.qrc
 )
 set_target_properties(vantorel_ui_theme PROPERTIES AUTORCC ON)

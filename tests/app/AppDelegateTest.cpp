@@ -8,6 +8,7 @@
 #include "platform/DarkAppearance.h"
 #include "platform/NotificationHub.h"
 #include "platform/OptionalDelegate.h"
+#include "ui/Appearance.h"
 #include "ui/DialogBox.h"
 #include "ui/MainMenu.h"
 #include "ui/MainWindow.h"
@@ -35,6 +36,7 @@ class AppDelegateTest : public QObject
     void reopeningBringsTheWindowBack();
     void themeKeysAreLeftAloneWhereThereIsADarkAppearance();
     void themeKeysAreWrittenAtEveryStartWhereThereIsNone();
+    void aDarkStartWithoutDarkAppearanceStaysDarkUntilTheNext();
     void theMenuItemIsCheckedWhileTheWindowIsKey();
     void theSupportFolderIsMade();
     void whatStandsThereNeedNotBeAFolder();
@@ -150,6 +152,27 @@ void AppDelegateTest::themeKeysAreWrittenAtEveryStartWhereThereIsNone()
         QVERIFY(!defaults.boolean(ThemeKeys::isThemeEnabled));
         QVERIFY(defaults.boolean(ThemeKeys::forceDarkSidebar));
     }
+}
+
+/// Kept on purpose: the window has taken its theme when the keys are written, and nobody tells it.
+void AppDelegateTest::aDarkStartWithoutDarkAppearanceStaysDarkUntilTheNext()
+{
+    const DarkAppearance::Replacement none(false);
+    const UserDefaults &defaults = UserDefaults::standard();
+    preferences_->setDark(true);
+    int posts = 0;
+    const auto count = [&posts](const auto &) { ++posts; };
+    const auto broadcast =
+        NotificationHub::shared().observe(NotificationName::colorThemeChanged, count);
+    window_->awakeFromNib();
+    QCOMPARE(posts, 1);
+    QVERIFY(defaults.boolean(ThemeKeys::darkMode));
+    const auto choice =
+        NotificationHub::shared().observe(NotificationName::appearanceChanged, count);
+    delegate_->applicationDidFinishLaunching();
+    QCOMPARE(posts, 1);
+    QCOMPARE(window_->appearance(), QString::fromUtf16(Appearance::dark));
+    QCOMPARE(defaults.integer(ThemeKeys::theme), 0);
 }
 
 void AppDelegateTest::theMenuItemIsCheckedWhileTheWindowIsKey()

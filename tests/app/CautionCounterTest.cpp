@@ -29,6 +29,8 @@ class CautionCounterTest : public QObject
     void countsOnlyWhatCameNew();
     void plainFilesAreNotReported();
     void manyItemsAreCountedBetweenOtherEvents();
+    void aLongCountIsReportedTwiceASecond();
+    void anEmptiedQueueIsReportedAtOnceAgain();
     void anEmptiedQueueBeginsAnew();
     void countsNothingOnceItIsGone();
     void aQueueThatIsGoneIsNotCounted();
@@ -89,6 +91,39 @@ void CautionCounterTest::manyItemsAreCountedBetweenOtherEvents()
     QTRY_VERIFY(!counter_->isCounting());
     QCOMPARE(counter_->count().links, many);
     QVERIFY2(reports_.size() > 1, "all of them in one go");
+    QCOMPARE(reports_.back(), many);
+}
+
+/// With a clock that goes 2 on at each look a slice takes 512 items and 8 milliseconds.
+void CautionCounterTest::aLongCountIsReportedTwiceASecond()
+{
+    std::int64_t now = 0;
+    counter_->setClock([&now] { return now += 2; });
+    constexpr int slices = 200;
+    queue_->append(links(512 * slices));
+    counter_->countAppended();
+    QTRY_VERIFY(!counter_->isCounting());
+
+    QVERIFY2(now > 1500 && now < 2000, qPrintable(QString::number(now)));
+    // The first, three on the way and the last.
+    QCOMPARE(reports_.size(), std::size_t(5));
+    QCOMPARE(reports_.front(), 512);
+    QCOMPARE(reports_.back(), 512 * slices);
+}
+
+void CautionCounterTest::anEmptiedQueueIsReportedAtOnceAgain()
+{
+    std::int64_t now = 0;
+    counter_->setClock([&now] { return now += 2; });
+    queue_->append(links(1));
+    counter_->countAppended();
+    QTRY_VERIFY(!counter_->isCounting());
+    queue_->clear();
+    counter_->reset();
+    queue_->append(links(5000));
+    counter_->countAppended();
+    QTRY_VERIFY(!counter_->isCounting());
+    QCOMPARE(reports_, std::vector<std::int64_t>({1, 512, 5000}));
 }
 
 void CautionCounterTest::anEmptiedQueueBeginsAnew()

@@ -1,5 +1,6 @@
 #include "app/Cautions.h"
 
+#include <QSet>
 #include <QTest>
 
 using FileSystemKind::CopyOnWrite;
@@ -27,6 +28,22 @@ CautionCount on(std::initializer_list<CopyOnWrite> kinds)
     return count;
 }
 
+QStringList texts(const CautionTexts &cautions)
+{
+    QStringList texts;
+    for (const Caution &caution : cautions)
+        texts.append(caution.text);
+    return texts;
+}
+
+QStringList kinds(const CautionTexts &cautions)
+{
+    QStringList kinds;
+    for (const Caution &caution : cautions)
+        kinds.append(caution.kind);
+    return kinds;
+}
+
 QStringList list(std::initializer_list<const char *> texts)
 {
     QStringList list;
@@ -45,6 +62,7 @@ class CautionsTest : public QObject
     void eachFactHasItsSentence_data();
     void eachFactHasItsSentence();
     void theGravestComesFirst();
+    void theNumberDoesNotMakeAnotherKind();
     void aFileCountsForEachOfItsFacts();
 };
 
@@ -86,7 +104,7 @@ void CautionsTest::eachFactHasItsSentence()
 {
     QFETCH(CautionCount, count);
     QFETCH(bool, skipLinkTargets);
-    QTEST(Cautions::texts(count, skipLinkTargets), "texts");
+    QTEST(texts(Cautions::texts(count, skipLinkTargets)), "texts");
 }
 
 void CautionsTest::theGravestComesFirst()
@@ -94,10 +112,23 @@ void CautionsTest::theGravestComesFirst()
     CautionCount count = on({CopyOnWrite::Btrfs});
     count.links = 2;
     count.hardLinks = 3;
-    QCOMPARE(Cautions::texts(count, false),
+    QCOMPARE(texts(Cautions::texts(count, false)),
              list({"2 symbolic links: the files they point to will be overwritten",
                    "3 files have other names (hard links), which will show the overwritten data",
                    "btrfs: overwriting in place may leave old copies"}));
+}
+
+void CautionsTest::theNumberDoesNotMakeAnotherKind()
+{
+    CautionCount count = on({CopyOnWrite::Btrfs, CopyOnWrite::Zfs});
+    count.links = 1;
+    count.hardLinks = 1;
+    CautionCount more = count;
+    more.links = 20'000;
+    more.hardLinks = 3;
+    const QStringList kinds = ::kinds(Cautions::texts(count, false));
+    QCOMPARE(::kinds(Cautions::texts(more, true)), kinds);
+    QCOMPARE(QSet<QString>(kinds.begin(), kinds.end()).size(), 4);
 }
 
 void CautionsTest::aFileCountsForEachOfItsFacts()

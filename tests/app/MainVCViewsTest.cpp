@@ -77,6 +77,7 @@ class MainVCViewsTest : public QObject
     void theTitleFollowsTheView();
     void theSeparatorIsHiddenInThePreferences();
     void theWindowKnowsTheTagOfItsView();
+    void theWindowKnowsTheControllerOfItsViewWithoutHoldingIt();
     void theNewViewHasTheFocus();
 
     void theCalloutComesAfterOneAndAHalfSeconds();
@@ -88,6 +89,7 @@ class MainVCViewsTest : public QObject
 
     void aDragIsShownByTheDropViewItself();
     void aDragOverAnotherViewIsShownByTheVeil();
+    void theVeilSaysWhatADropJoins();
     void aDragGoesOnWhenTheViewChanges();
 
     void theMethodStandsInTheViews();
@@ -308,6 +310,16 @@ void MainVCViewsTest::theWindowKnowsTheTagOfItsView()
     QCOMPARE(stage.window.currentViewTag(), std::int64_t(V::Drop));
 }
 
+void MainVCViewsTest::theWindowKnowsTheControllerOfItsViewWithoutHoldingIt()
+{
+    Stage stage;
+    goTo(stage, V::Drop);
+    QVERIFY(stage.vc);
+    QCOMPARE(stage.window.currentViewController().get(), static_cast<void *>(stage.vc.get()));
+    stage.vc.reset();
+    QVERIFY(!stage.window.currentViewController());
+}
+
 void MainVCViewsTest::theNewViewHasTheFocus()
 {
     Stage stage;
@@ -415,6 +427,22 @@ void MainVCViewsTest::aDragOverAnotherViewIsShownByTheVeil()
     QVERIFY(stage.window.dragVeil()->isShown());
     stage.vc->dragStateChanged(-1);
     QVERIFY(!stage.window.dragVeil()->isShown());
+}
+
+void MainVCViewsTest::theVeilSaysWhatADropJoins()
+{
+    const Scratch scratch;
+    Stage stage;
+    const DragVeil *veil = stage.window.dragVeil();
+    goTo(stage, V::Finished);
+    stage.vc->dragStateChanged(12);
+    QCOMPARE(veil->accessibleDescription(),
+             text("Release to add 12 items Nothing is erased until you press Start."));
+    stage.vc->dragStateChanged(-1);
+    QVERIFY(stage.scan({scratch.file("a", 1)}));
+    stage.vc->dragStateChanged(1);
+    QCOMPARE(veil->accessibleDescription(),
+             text("Release to add 1 item They join the 1 file already listed."));
 }
 
 void MainVCViewsTest::aDragGoesOnWhenTheViewChanges()

@@ -268,6 +268,7 @@ void ViewTextsTest::theDropSaysHowManyComeAndJoin()
     QCOMPARE(ViewTexts::alreadyInTheList(1), text("1 file is already in the list"));
     QCOMPARE(ViewTexts::alreadyInTheList(2000), text("2,000 files are already in the list"));
     QCOMPARE(ViewTexts::theyJoin(1), text("They join the 1 file already listed."));
+    QCOMPARE(ViewTexts::theyJoin(0), text("Nothing is erased until you press Start."));
 }
 
 void ViewTextsTest::theDropViewNamesTheMethod()

@@ -21,7 +21,7 @@ LARGE = 1 << 30
 
 
 class Services:
-    """The desktop's file manager and its notifications, which note down what they are asked."""
+    """File manager, notifications and login manager, which note down what they are asked."""
 
     def __init__(self, folder):
         self.path = os.path.join(folder, "calls")
@@ -106,6 +106,25 @@ class Citizen(Scene):
             wait_until(lambda: window.frame() == place, "the window in its place")
             window.says("Drag your files and folders here")
 
+    def test_a_later_start_in_a_run_erases_nothing_unasked(self):
+        large, beside = self.large_file(), os.path.join(self.beside, "keep-0")
+        with self.program(large, settings={"WipeMethod": 10}) as window:
+            window.says("1 file")
+            self.press_start(window)
+            self.later_start(beside)
+            window.says("Erase these with the others?")
+            window.says("1 item came from another program while files are being erased.")
+            key("Return")
+            wait_until(lambda: not window.shows("Erase these with the others?"), "the question to go")
+            time.sleep(0.5)
+            self.assertTrue(window.shows("Securely erasing files"))
+            self.check_kept()
+            self.later_start(beside)
+            window.says("Erase these with the others?")
+            window.process.send_signal(signal.SIGKILL)
+            window.ends_with(-signal.SIGKILL)
+        self.check_kept()
+
     # Its end
 
     def test_quitting_in_a_run_asks_first(self):
@@ -127,11 +146,8 @@ class Citizen(Scene):
         self.check_kept()
 
     def test_the_question_closes_by_itself_when_the_run_ends(self):
-        # Long enough for the question, and then at its end.
-        path = os.path.join(self.folder, "not so large")
-        with open(path, "wb") as file:
-            file.truncate(LARGE // 2)
-        with self.program(path, settings={"WipeMethod": 1}) as window:
+        path = self.large_file()
+        with self.program(path) as window:
             window.says("1 file")
             self.press_start(window)
             key("ctrl+q")
@@ -172,6 +188,36 @@ class Citizen(Scene):
             self.assertGreater(time.monotonic() - start, 4)
         self.assertEqual(os.path.getsize(large), LARGE)
         self.check_kept()
+
+    def test_terminated_in_a_scan_it_ends_at_once(self):
+        with self.program("/usr", "/usr", "/usr", "/usr", "/usr", "/usr") as window:
+            window.says("Looking through your folders")
+            window.process.send_signal(signal.SIGTERM)
+            self.assertEqual(window.process.wait(10), 0)
+
+    def test_a_shutdown_waits_for_the_file_in_work(self):
+        folder = os.path.join(self.folder, "many")
+        os.mkdir(folder)
+        names = [os.path.join(folder, str(number)) for number in range(400)]
+        for name in names:
+            with open(name, "wb") as file:
+                file.truncate(1 << 20)
+        with Services(self.folder) as services, self.program(folder, settings={"WipeMethod": 6}) as window:
+            window.says("400 files")
+            self.assertEqual([call[::3] for call in services.calls("Inhibit")], [["idle", "block"]])
+            self.press_start(window)
+            wait_until(lambda: len(services.calls("Inhibit")) == 2, "the lock for the run")
+            self.assertEqual(services.calls("Inhibit")[1], ["shutdown", "Vantorel", services.calls("Inhibit")[1][2], "delay"])
+            wait_until(lambda: sum(map(os.path.exists, names)) < 390, "some files to go")
+            self.assertEqual(services.calls("Released"), [])
+            services.process.send_signal(signal.SIGUSR1)
+            self.assertEqual(window.process.wait(10), 0)
+            wait_until(lambda: ["shutdown"] in services.calls("Released"), "the lock to be given up")
+        left = [name for name in names if os.path.exists(name)]
+        self.assertTrue(left)
+        for name in left:
+            with open(name, "rb") as file:
+                self.assertEqual(file.read(), bytes(1 << 20))
 
     def test_without_a_support_folder_it_says_so_and_ends(self):
         file = os.path.join(self.folder, "plain")

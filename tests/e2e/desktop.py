@@ -70,8 +70,10 @@ class Desktop:
         with os.fdopen(read) as number:
             os.environ["DISPLAY"] = ":" + number.readline().strip()
         os.environ.pop("WAYLAND_DISPLAY", None)
-        bus = self._spawn(["dbus-daemon", "--session", "--print-address", "--nofork"], stdout=subprocess.PIPE)
-        os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().decode().strip()
+        # The machine's own services hear nothing of what is tried here.
+        for name in ("DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS"):
+            bus = self._spawn(["dbus-daemon", "--session", "--print-address", "--nofork"], stdout=subprocess.PIPE)
+            os.environ[name] = bus.stdout.readline().decode().strip()
         os.environ["XDG_RUNTIME_DIR"] = self._folder("runtime", 0o700)
         os.environ["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         if self.window_manager:
@@ -255,16 +257,22 @@ class Program:
         return wait_until(look, "the window")
 
     def frame(self):
-        words = dict(
-            line.split("=") for line in run("xdotool", "getwindowgeometry", "--shell", self.window()).split() if "=" in line
-        )
-        return tuple(int(words[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
+        return geometry(self.window())
 
     def activate(self):
         mouse("windowactivate", "--sync", self.window())
 
-    def picture(self, path):
-        subprocess.run(["import", "-window", self.window(), path], check=True, stdin=subprocess.DEVNULL)
+    def picture(self, path, title=None):
+        """Of the window, or of the one with this title, with what lies over it."""
+        number = self.window() if title is None else run("xdotool", "search", "--onlyvisible", "--name", title).split()[0]
+        x, y, width, height = geometry(number)
+        subprocess.run(["import", "-window", "root", "-crop", f"{width}x{height}+{x}+{y}", "+repage", path],
+                       check=True, stdin=subprocess.DEVNULL)
+
+
+def geometry(number):
+    words = dict(line.split("=") for line in run("xdotool", "getwindowgeometry", "--shell", number).split() if "=" in line)
+    return tuple(int(words[name]) for name in ("X", "Y", "WIDTH", "HEIGHT"))
 
 
 def place(node):

@@ -159,7 +159,10 @@ class Erase(Scene):
             window.says("Nothing to write")
             time.sleep(0.6)
             key("ctrl+Return")
-            window.says("Ready to start erasing")
+            # An empty run would be over by then.
+            time.sleep(1.5)
+            self.assertFalse(window.shows("Finished"))
+            self.assertTrue(window.shows("Ready to start erasing"))
         self.check_kept()
 
     def test_a_stopped_scan_keeps_what_was_found(self):

@@ -74,7 +74,7 @@ class FileWiperPermissionsTest : public QObject
         QCOMPARE(item->errornr(), 0);
     }
 
-    void repairedPermissionsAre0777WhileTheFileIsErased()
+    void repairedPermissionsArePutBackAsSoonAsTheFileIsOpen()
     {
         const Scratch scratch;
         const QByteArray path = unwritable(scratch, "file");
@@ -90,8 +90,9 @@ class FileWiperPermissionsTest : public QObject
         } calls;
         const SystemCalls::Replacement replacement(calls);
 
+        ::chmod(path.constData(), 0400);
         QCOMPARE(wipe(queueItem(path, 1)), 1);
-        QCOMPARE(calls.seen.permissions, 0777U);
+        QCOMPARE(calls.seen.permissions, 0400U);
     }
 
     void permissionsArePutBackWhereTheFileThenFails()

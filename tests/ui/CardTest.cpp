@@ -5,7 +5,10 @@
 #include "ui/DesignColors.h"
 #include "ui/PathField.h"
 
+#include <QDragEnterEvent>
+#include <QMimeData>
 #include <QTest>
+#include <QUrl>
 
 #include <memory>
 
@@ -101,6 +104,29 @@ class CardTest : public QObject
         field.resize(field.sizeHint());
         QCOMPARE(field.font().pixelSize(), 20);
         QApplication::setFont(usual);
+    }
+
+    /// The window takes them, wherever they are let go.
+    void filesAreNotDroppedIntoAFieldAsText()
+    {
+        QWidget window;
+        window.setAcceptDrops(true);
+        PathField field(&window);
+        field.setGeometry(10, 10, 368, 28);
+        window.resize(400, 60);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QMimeData files;
+        files.setUrls({QUrl(QStringLiteral("file:///tmp/a"))});
+        files.setText(QStringLiteral("/tmp/a"));
+        QDropEvent drop(QPointF(100, 20), Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+        QDragEnterEvent enter(QPoint(100, 20), Qt::CopyAction, &files, Qt::LeftButton,
+                              Qt::NoModifier);
+
+        QCoreApplication::sendEvent(window.windowHandle(), &enter);
+        QCoreApplication::sendEvent(window.windowHandle(), &drop);
+
+        QCOMPARE(field.text(), QString());
     }
 
     void aDisabledFieldHasNoGround()

@@ -24,6 +24,14 @@ const QString names =
     QStringLiteral("3 files have other names (hard links), which will show the overwritten data");
 const QString btrfs = QStringLiteral("btrfs: overwriting in place may leave old copies");
 
+CautionTexts texts(const QStringList &cautions)
+{
+    CautionTexts list;
+    for (const QString &caution : cautions)
+        list.push_back({caution});
+    return list;
+}
+
 /// The band in a window, where the ready view has it.
 struct Scene
 {
@@ -62,7 +70,7 @@ class CautionBandTest : public QObject
     {
         auto band = std::make_unique<CautionBand>();
         band->resize(656, 32);
-        band->setCautions(cautions);
+        band->setCautions(texts(cautions));
         return band;
     }
 
@@ -157,9 +165,9 @@ class CautionBandTest : public QObject
             return QToolTip::isVisible() ? QToolTip::text() : QString();
         };
 
-        scene.band->setCautions({links});
+        scene.band->setCautions(texts({links}));
         QCOMPARE(toolTip(), QString());
-        scene.band->setCautions({QString(200, QLatin1Char('W'))});
+        scene.band->setCautions(texts({QString(200, QLatin1Char('W'))}));
         QVERIFY(toolTip().contains(QLatin1String("WWW")));
     }
 
@@ -174,7 +182,7 @@ class CautionBandTest : public QObject
     {
         QFETCH(bool, byKeyboard);
         Scene scene;
-        scene.band->setCautions({links, names, btrfs});
+        scene.band->setCautions(texts({links, names, btrfs}));
         QVERIFY(scene.isActive());
 
         if (byKeyboard)
@@ -200,7 +208,7 @@ class CautionBandTest : public QObject
     {
         QFETCH(int, key);
         Scene scene;
-        scene.band->setCautions({links, names});
+        scene.band->setCautions(texts({links, names}));
         QVERIFY(scene.isActive());
         scene.band->moreLink()->click();
         QTest::keyClick(scene.band->list()->view(), Qt::Key_Down);
@@ -215,11 +223,11 @@ class CautionBandTest : public QObject
     void otherCautionsCloseTheList()
     {
         Scene scene;
-        scene.band->setCautions({links, names});
+        scene.band->setCautions(texts({links, names}));
         QVERIFY(scene.isActive());
         scene.band->moreLink()->click();
 
-        scene.band->setCautions({links, btrfs});
+        scene.band->setCautions(texts({links, btrfs}));
 
         QVERIFY(!scene.band->list()->isOpen());
         scene.band->moreLink()->click();
@@ -231,18 +239,53 @@ class CautionBandTest : public QObject
         const auto shown = band({});
         QSignalSpy told(shown.get(), &CautionBand::cautionAppeared);
 
-        shown->setCautions({btrfs});
+        shown->setCautions(texts({btrfs}));
         QCOMPARE(told.count(), 1);
         QCOMPARE(told.first().first().toString(), btrfs);
-        shown->setCautions({btrfs});
+        shown->setCautions(texts({btrfs}));
         QCOMPARE(told.count(), 1);
-        shown->setCautions({links, btrfs});
+        shown->setCautions(texts({links, btrfs}));
         QCOMPARE(told.count(), 2);
         QCOMPARE(told.last().first().toString(), links);
         // What was below is the gravest now: nothing new.
-        shown->setCautions({btrfs});
+        shown->setCautions(texts({btrfs}));
         shown->setCautions({});
         QCOMPARE(told.count(), 2);
+    }
+
+    void anotherCountOfTheSameKindIsNoNews()
+    {
+        const auto band = this->band({});
+        QSignalSpy told(band.get(), &CautionBand::cautionAppeared);
+        const auto counted = [](const char *text) {
+            return Caution{QString::fromLatin1(text), QStringLiteral("links")};
+        };
+
+        band->setCautions({counted("1 link")});
+        band->setCautions({counted("512 links")});
+
+        QCOMPARE(told.count(), 1);
+        QCOMPARE(band->cautions(), QStringList(QStringLiteral("512 links")));
+        QCOMPARE(band->accessibleName(), QStringLiteral("512 links"));
+        // Once it was gone it is new again.
+        band->setCautions({});
+        band->setCautions({counted("2 links")});
+        QCOMPARE(told.count(), 2);
+    }
+
+    void aCautionThatAppearsBelowTheGravestIsToldAsWell()
+    {
+        const auto band = this->band({links});
+        QSignalSpy told(band.get(), &CautionBand::cautionAppeared);
+
+        band->setCautions(texts({links, names, btrfs}));
+
+        QCOMPARE(told.count(), 2);
+        QCOMPARE(told.first().first().toString(), names);
+        QCOMPARE(told.last().first().toString(), btrfs);
+        const QAccessibleInterface *heard = QAccessible::queryAccessibleInterface(band.get());
+        QCOMPARE(heard->text(QAccessible::Name), links);
+        QCOMPARE(heard->text(QAccessible::Description), names + QLatin1Char('\n') + btrfs);
     }
 
     void screenReadersHearTheCautionAsItsName()

@@ -40,6 +40,8 @@ class ColorPropertiesTest : public QObject
     void aStoredTableOfOneKeyHidesAllOthers();
     void whatIsNoColourFindsNothing();
     void whatIsNoTableFindsNothing();
+    void aStyleIsLookedUpUnderTheCurrentTheme();
+    void whatHasToBeDrawnHasTheDefaultTablesColour();
 
   private:
     std::optional<ThemedPreferences> preferences_;
@@ -206,6 +208,35 @@ void ColorPropertiesTest::whatIsNoTableFindsNothing()
 {
     UserDefaults::standard().setValue(QStringLiteral("colorProperties"), QStringLiteral("none"));
     QVERIFY(!ColorProperties::color(QStringLiteral("DefaultLine_bg_light")));
+}
+
+void ColorPropertiesTest::aStyleIsLookedUpUnderTheCurrentTheme()
+{
+    const auto current = [] {
+        return ColorProperties::current(QStringLiteral("Mine"), QLatin1String("bg"));
+    };
+    QVERIFY(!current());
+    preferences_->setColors(
+        {{QStringLiteral("Mine_bg_light"), ColorProperties::archived({1, 0, 0, 1})},
+         {QStringLiteral("Mine_bg_dark"), ColorProperties::archived({0, 1, 0, 1})}});
+    QCOMPARE(current(), std::optional(QColor(255, 0, 0)));
+    preferences_->setDark(true);
+    QCOMPARE(current(), std::optional(QColor(0, 255, 0)));
+}
+
+void ColorPropertiesTest::whatHasToBeDrawnHasTheDefaultTablesColour()
+{
+    const QString style = QStringLiteral("DefaultAlertView");
+    const QLatin1String property("bg");
+    preferences_->setColors(
+        {{QStringLiteral("DefaultAlertView_bg_light"), ColorProperties::archived({1, 0, 0, 1})}});
+    QCOMPARE(ColorProperties::currentOrDefault(style, property), QColor(255, 0, 0));
+    QCOMPARE(ColorProperties::colorOrDefault(style, property, true), QColor(0x272C31));
+    preferences_->setDark(true);
+    QCOMPARE(ColorProperties::currentOrDefault(style, property), QColor(0x272C31));
+    QCOMPARE(ColorProperties::colorOrDefault(style, property, false), QColor(255, 0, 0));
+    QCOMPARE(ColorProperties::currentOrDefault(QStringLiteral("Mine"), property),
+             QColor(Qt::transparent));
 }
 
 QTEST_GUILESS_MAIN(ColorPropertiesTest)

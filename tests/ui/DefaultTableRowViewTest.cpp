@@ -97,6 +97,7 @@ class DefaultTableRowViewTest : public QObject
 
     void theMouseDarkensTheGround_data();
     void theMouseDarkensTheGround();
+    void theMouseShadesARowThatTracksNothing();
     void noBorderIsDrawnUnderTheMouse();
     void theBorderIsOneThickAtTheLowerEdge();
     void theBorderIsOneThickAtTwiceTheScale();
@@ -268,6 +269,19 @@ void DefaultTableRowViewTest::theMouseDarkensTheGround()
     COMPARE_COLOR(centre(scene.row, white), darkened(QColor(200, 100, 50), alpha));
     scene.row.mouseExited();
     COMPARE_COLOR(centre(scene.row, white), QColor(200, 100, 50));
+}
+
+/// The shade asks for the mouse alone, not for what switched hover on.
+void DefaultTableRowViewTest::theMouseShadesARowThatTracksNothing()
+{
+    Scene scene(borderRow);
+    scene.row.mouseEntered();
+    COMPARE_COLOR(centre(scene.row, white), darkened(white, 0.04));
+    COMPARE_COLOR(belowEdge(scene.row, white), darkened(white, 0.04));
+    QVERIFY(!scene.row.mouseHoverEnabled());
+    scene.row.setSelected(true);
+    scene.row.setEmphasized(true);
+    COMPARE_COLOR(centre(scene.row), darkened(QColor::fromRgbF(0.239F, 0.58F, 1.0F), 0.04));
 }
 
 void DefaultTableRowViewTest::noBorderIsDrawnUnderTheMouse()

@@ -23,8 +23,8 @@ class DropViewTest : public QObject
     void elementsStandAtTheirPlaces();
     void itSaysWhatTheDesignSays();
     void theMethodIsTheOneItIsGiven();
-    void itSaysHowManyItemsAreDragged_data();
-    void itSaysHowManyItemsAreDragged();
+    void itSaysWhatADragWillDo();
+    void withoutADragItSaysItsOwnWords();
     void underADragImageAndWordsStandLower();
     void underADragButtonAndHintFadeOutAndKeepTheKeyboard();
     void theFocusRingGoesWithTheButton();
@@ -41,6 +41,12 @@ class DropViewTest : public QObject
     void everyElementWithTheKeyboardHasAName();
 
   private:
+    void drag()
+    {
+        view_->setDrag(QStringLiteral("Release to add 12 items"),
+                       QStringLiteral("They join the others."));
+    }
+
     std::optional<ViewScene> scene_;
     std::optional<DropView> view_;
 };
@@ -97,39 +103,32 @@ void DropViewTest::theMethodIsTheOneItIsGiven()
     QCOMPARE(view_->methodText()->text(), QStringLiteral("Wipe method: 1-Pass Zeros"));
 }
 
-void DropViewTest::itSaysHowManyItemsAreDragged_data()
+void DropViewTest::itSaysWhatADragWillDo()
 {
-    QTest::addColumn<int>("items");
-    QTest::addColumn<QString>("heading");
-    QTest::newRow("one") << 1 << QStringLiteral("Release to add 1 item");
-    QTest::newRow("several") << 12 << QStringLiteral("Release to add 12 items");
-    QTest::newRow("not known how many") << 0 << QStringLiteral("Release to add 0 items");
-    QTest::newRow("none") << -1 << QStringLiteral("Let go of what you no longer need");
+    drag();
+    QCOMPARE(view_->heading()->text(), QStringLiteral("Release to add 12 items"));
+    QCOMPARE(view_->sentence()->text(), QStringLiteral("They join the others."));
 }
 
-void DropViewTest::itSaysHowManyItemsAreDragged()
+void DropViewTest::withoutADragItSaysItsOwnWords()
 {
-    QFETCH(int, items);
-    view_->setDragItems(5);
-    view_->setDragItems(items);
-    QTEST(view_->heading()->text(), "heading");
-    QCOMPARE(view_->sentence()->text() ==
-                 QStringLiteral("Nothing is erased until you press Start."),
-             items >= 0);
+    drag();
+    view_->setDrag({}, QStringLiteral("They join the others."));
+    itSaysWhatTheDesignSays();
 }
 
 void DropViewTest::underADragImageAndWordsStandLower()
 {
     // Not shown, so it does not fade.
     view_->resize(720, 520);
-    view_->setDragItems(12);
+    drag();
     QCOMPARE(view_->imageView()->y(), 72 + 32);
     QCOMPARE(view_->heading()->y(), 272 + 32);
     QCOMPARE(view_->sentence()->y(), 304 + 32);
     QCOMPARE(view_->chooseButton()->y(), 352);
     QCOMPARE(view_->imageView()->spread(), 1.0);
     QCOMPARE(view_->zone()->drag(), 1.0);
-    view_->setDragItems(-1);
+    view_->setDrag({}, {});
     QCOMPARE(view_->imageView()->y(), 72);
     QCOMPARE(view_->zone()->drag(), 0.0);
 }
@@ -138,7 +137,7 @@ void DropViewTest::underADragButtonAndHintFadeOutAndKeepTheKeyboard()
 {
     scene_->place(*view_, {720, 520});
     view_->chooseButton()->setFocus();
-    view_->setDragItems(12);
+    drag();
     QTRY_COMPARE(view_->zone()->drag(), 1.0);
     for (QWidget *faded :
          {static_cast<QWidget *>(view_->chooseButton()), static_cast<QWidget *>(view_->hint())}) {
@@ -147,7 +146,7 @@ void DropViewTest::underADragButtonAndHintFadeOutAndKeepTheKeyboard()
         QCOMPARE(effect->opacity(), 0.0);
     }
     QVERIFY(view_->chooseButton()->hasFocus());
-    view_->setDragItems(-1);
+    view_->setDrag({}, {});
     QTRY_COMPARE(view_->zone()->drag(), 0.0);
     QVERIFY(!view_->chooseButton()->graphicsEffect());
 }
@@ -159,19 +158,19 @@ void DropViewTest::theFocusRingGoesWithTheButton()
     view_->setFocus();
     view_->chooseButton()->setFocus(Qt::TabFocusReason);
     QTRY_VERIFY(ring->isVisible());
-    view_->setDragItems(12);
+    drag();
     QTRY_VERIFY(!ring->isVisible());
-    view_->setDragItems(-1);
+    view_->setDrag({}, {});
     QTRY_VERIFY(ring->isVisible());
 }
 
 void DropViewTest::theDragFadesInAndOutAgain()
 {
     scene_->place(*view_, {720, 520});
-    view_->setDragItems(12);
+    drag();
     QVERIFY(view_->zone()->drag() < 1);
     QTRY_COMPARE(view_->zone()->drag(), 1.0);
-    view_->setDragItems(-1);
+    view_->setDrag({}, {});
     QVERIFY(view_->zone()->drag() > 0);
     QTRY_COMPARE(view_->zone()->drag(), 0.0);
 }
@@ -180,10 +179,10 @@ void DropViewTest::withReducedMotionTheDragDoesNotFade()
 {
     scene_->place(*view_, {720, 520});
     view_->setPrefersReducedMotion([] { return true; });
-    view_->setDragItems(12);
+    drag();
     QCOMPARE(view_->zone()->drag(), 1.0);
     QCOMPARE(view_->imageView()->y(), 72 + 32);
-    view_->setDragItems(-1);
+    view_->setDrag({}, {});
     QCOMPARE(view_->zone()->drag(), 0.0);
 }
 
@@ -202,7 +201,7 @@ void DropViewTest::theFrameIsDashedAtRestAndSolidUnderADrag()
     QVERIFY(pixel(21, 0).lightness() > 250);
     QCOMPARE(pixel(27, 1), dash);
 
-    view_->setDragItems(1);
+    drag();
     const QColor frame = DesignColors::color(ColorRole::Focus);
     QCOMPARE(pixel(15, 0), frame);
     QCOMPARE(pixel(21, 1), frame);

@@ -1,29 +1,17 @@
 #include "ThemedPreferences.h"
 #include "platform/NotificationHub.h"
-#include "support/ImageSource.h"
 #include "support/ValueTransformerRegistry.h"
 #include "ui/IsDarkColorTheme.h"
 #include "ui/IsLightColorTheme.h"
 #include "ui/IsSystemColorTheme.h"
+#include "ui/ValueTransformers.h"
 
+#include <QIcon>
 #include <QTest>
 
 #include <array>
 
 namespace {
-
-struct NoImages : ImageSource
-{
-    [[nodiscard]] QVariant imageNamed(const QString &) const override { return {}; }
-    [[nodiscard]] QVariant iconForExtension(const QString &) const override { return {}; }
-};
-
-void addThemes(ValueTransformerRegistry &registry)
-{
-    registry.add(QLatin1String("IsLightColorTheme"), std::make_unique<IsLightColorTheme>());
-    registry.add(QLatin1String("IsDarkColorTheme"), std::make_unique<IsDarkColorTheme>());
-    registry.add(QLatin1String("IsSystemColorTheme"), std::make_unique<IsSystemColorTheme>());
-}
 
 const std::array<const char *, 3> names{"IsLightColorTheme", "IsDarkColorTheme",
                                         "IsSystemColorTheme"};
@@ -47,18 +35,18 @@ class IsColorThemeTest : public QObject
     void theWayBackToTheStoredThemePostsNothing();
     void theWayBackToLightIsRefusedWhileLightShows();
     void eachDeclaresNumbersAndBothWays();
+    void iconsComeWithTheWindowsPictures();
 
   private:
     [[nodiscard]] const ValueTransformer &transformer() const
     {
         QFETCH(int, theme);
-        return *registry_.transformerForName(QLatin1String(names.at(size_t(theme))));
+        return *ValueTransformers::shared().transformerForName(
+            QLatin1String(names.at(size_t(theme))));
     }
     static void addThemesAndStored();
     static void addInputs();
 
-    const NoImages images_;
-    ValueTransformerRegistry registry_{images_};
     std::optional<ThemedPreferences> preferences_;
     NotificationHub::Token token_;
     int posted_ = 0;
@@ -66,8 +54,6 @@ class IsColorThemeTest : public QObject
 
 void IsColorThemeTest::init()
 {
-    if (!registry_.transformerForName(QStringLiteral("IsDarkColorTheme")))
-        addThemes(registry_);
     preferences_.emplace();
     posted_ = 0;
     token_ = NotificationHub::shared().observe(NotificationName::appearanceChanged,
@@ -167,5 +153,14 @@ void IsColorThemeTest::eachDeclaresNumbersAndBothWays()
     QVERIFY(IsSystemColorTheme::allowsReverseTransformation());
 }
 
-QTEST_GUILESS_MAIN(IsColorThemeTest)
+/// Of the layer below, in the same registry.
+void IsColorThemeTest::iconsComeWithTheWindowsPictures()
+{
+    const ValueTransformer *icons =
+        ValueTransformers::shared().transformerForName(QStringLiteral("StatusToImage"));
+    QVERIFY(icons);
+    QVERIFY(!icons->transformedValue(1).value<QIcon>().isNull());
+}
+
+QTEST_MAIN(IsColorThemeTest)
 #include "IsColorThemeTest.moc"

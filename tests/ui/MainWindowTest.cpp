@@ -16,6 +16,7 @@
 #include "ui/ScanningSheet.h"
 #include "ui/ThemedPreferences.h"
 #include "ui/VTLGetMainWindow.h"
+#include "ui/VantorelStyle.h"
 #include "ui/WindowRegister.h"
 
 #include <QDropEvent>
@@ -136,8 +137,8 @@ class MainWindowTest : public QObject
     void lightAfterTheSystemThemeChangesNothing();
     void darkWhileDarkIsNotTold();
     void setUpStoresBothAppearances();
-    void theAppearanceIsAppliedAndTheTreeUpdatedBeforeTheBroadcast();
-    void aChoiceThatLooksTheSameIsDrawnAnewToo();
+    void theAppearanceIsAppliedBeforeTheBroadcast();
+    void theTreeIsUpdatedBeforeTheBroadcast();
     void beforeSetUpAChoiceOfThemeIsNotHeard();
 
     void becomingMainIsPostedWithTheWindow();
@@ -152,6 +153,7 @@ class MainWindowTest : public QObject
     void theDragStateFollowsTheWindowAndTheDropImage();
 
     void theFirstSizeIsTheNaturalOne();
+    void theLeastWidthFollowsTheFont();
     void theFrameIsRememberedWhenTheWindowMovesOrGrows();
     void theRememberedFrameBeatsTheNaturalSize();
     void aRememberedFrameThatIsNoFrameIsPassedOver();
@@ -166,6 +168,7 @@ class MainWindowTest : public QObject
     void theEdgeShowsItsCursor();
     void aMaximisedWindowHasNoEdge();
     void cornersAreClearOnlyWhenComposited();
+    void menusAreRoundWhereTheWindowIs();
     void theEdgeLineLiesOverEverything();
 
     void tabGoesThroughTheViewThenTheHeader();
@@ -178,7 +181,7 @@ class MainWindowTest : public QObject
     void groupKeysOpenTheMenuAtTheirGroup_data();
     void groupKeysOpenTheMenuAtTheirGroup();
     void theMenuButtonStaysPressedWhileTheMenuIsOpen();
-    void theApplicationsEntryIsCheckedWhileTheWindowIsKey();
+    void choosingTheApplicationsEntryDoesNotChangeItsMark();
 
     void theMainWindowIsFoundAmongOthers();
     void withoutOneTheCurrentMainWindowIsTheAnswer();
@@ -282,18 +285,10 @@ void MainWindowTest::setUpStoresBothAppearances()
     QVERIFY(window.appearanceViewSystem()->appearance().isNull());
 }
 
-void MainWindowTest::theAppearanceIsAppliedAndTheTreeUpdatedBeforeTheBroadcast()
+void MainWindowTest::theAppearanceIsAppliedBeforeTheBroadcast()
 {
     MainWindow window;
     window.awakeFromNib();
-    auto *holder = new QWidget;
-    window.setBody(holder);
-    auto *child = new PaintCounter(holder);
-    child->resize(20, 20);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QTRY_VERIFY(child->paints > 0);
-    const int before = child->paints;
     QString seen;
     bool mirror = false;
     const auto token =
@@ -304,10 +299,10 @@ void MainWindowTest::theAppearanceIsAppliedAndTheTreeUpdatedBeforeTheBroadcast()
     InterfaceColorStyle::userChangedAppearanceTo(1);
     QCOMPARE(seen, QString::fromUtf16(Appearance::dark));
     QVERIFY(mirror);
-    QTRY_VERIFY(child->paints > before);
 }
 
-void MainWindowTest::aChoiceThatLooksTheSameIsDrawnAnewToo()
+/// Also if the choice looks the same as what is shown.
+void MainWindowTest::theTreeIsUpdatedBeforeTheBroadcast()
 {
     MainWindow window;
     window.awakeFromNib();
@@ -323,8 +318,13 @@ void MainWindowTest::aChoiceThatLooksTheSameIsDrawnAnewToo()
     QTRY_VERIFY(child->paints > 0);
     QCoreApplication::processEvents();
     const int before = child->paints;
+    bool isDrawnMeanwhile = false;
+    const auto token =
+        NotificationHub::shared().observe(NotificationName::colorThemeChanged, [&](const auto &) {
+            isDrawnMeanwhile = QTest::qWaitFor([&] { return child->paints > before; });
+        });
     InterfaceColorStyle::userChangedAppearanceTo(2);
-    QTRY_VERIFY(child->paints > before);
+    QVERIFY(isDrawnMeanwhile);
 }
 
 void MainWindowTest::beforeSetUpAChoiceOfThemeIsNotHeard()
@@ -337,14 +337,12 @@ void MainWindowTest::beforeSetUpAChoiceOfThemeIsNotHeard()
 void MainWindowTest::becomingMainIsPostedWithTheWindow()
 {
     MainWindow window;
-    QSignalSpy becameMain(&window, &MainWindow::becameMain);
     QSignalSpy becameKey(&window, &MainWindow::becameKey);
     const Posts posts(NotificationName::windowDidBecomeMain);
     window.show();
     window.activateWindow();
     QTRY_COMPARE(posts.count, 1);
     QCOMPARE(posts.last, &window);
-    QCOMPARE(becameMain.size(), 1);
     QCOMPARE(becameKey.size(), 1);
     QCOMPARE(WindowRegister::shared().mainWindow(), &window);
 }
@@ -464,6 +462,21 @@ void MainWindowTest::theFirstSizeIsTheNaturalOne()
     QCOMPARE(window.body()->geometry(), QRect(0, 37, 720, 520));
 }
 
+void MainWindowTest::theLeastWidthFollowsTheFont()
+{
+    MainWindow window;
+    window.awakeFromNib();
+    QCOMPARE(window.minimumSize(), QSize(640, 277));
+    PaintedWidget::useFontOf(15);
+    QTRY_COMPARE(window.minimumSize(), QSize(738, 277));
+    QCOMPARE(window.width(), 738);
+    // No wider than the screen, or its edges could not be reached.
+    PaintedWidget::useFontOf(26);
+    QTRY_COMPARE(window.minimumWidth(), window.screen()->availableSize().width());
+    PaintedWidget::useFontOf(13);
+    QTRY_COMPARE(window.minimumSize(), QSize(640, 277));
+}
+
 void MainWindowTest::theFrameIsRememberedWhenTheWindowMovesOrGrows()
 {
     MainWindow window;
@@ -498,6 +511,9 @@ void MainWindowTest::aMaximisedWindowKeepsItsOwnFrameInMemory()
     QTRY_COMPARE(UserDefaults::standard().text(frameKey), QStringLiteral("20 30 730 560"));
     window.showMaximized();
     QTRY_VERIFY(window.width() != 730);
+    // It is written down at the latest when the window is closed.
+    window.setCanBeReopened([] { return true; });
+    QVERIFY(window.close());
     QCOMPARE(UserDefaults::standard().text(frameKey), QStringLiteral("20 30 730 560"));
 }
 
@@ -524,24 +540,20 @@ void MainWindowTest::closingHidesTheWindow()
 {
     MainWindow window;
     window.setCanBeReopened([] { return true; });
-    QSignalSpy closed(&window, &MainWindow::closedByUser);
     window.show();
     QTest::mouseClick(window.header()->btnClose(), Qt::LeftButton);
     QVERIFY(window.isHidden());
     QVERIFY(!window.isMinimized());
-    QCOMPARE(closed.size(), 1);
 }
 
 void MainWindowTest::withoutAWayBackClosingMinimises()
 {
     MainWindow window;
     window.setCanBeReopened([] { return false; });
-    QSignalSpy closed(&window, &MainWindow::closedByUser);
     window.show();
     QTest::mouseClick(window.header()->btnClose(), Qt::LeftButton);
     QVERIFY(window.isMinimized());
     QVERIFY(!window.isHidden());
-    QCOMPARE(closed.size(), 1);
     // A window manager's own way of closing ends the same.
     window.showNormal();
     window.windowHandle()->close();
@@ -629,6 +641,34 @@ void MainWindowTest::cornersAreClearOnlyWhenComposited()
     window.setIsComposited([] { return false; });
     QCOMPARE(window.cornerRadius(), 0);
     QCOMPARE(corner(0, 0), 255);
+}
+
+void MainWindowTest::menusAreRoundWhereTheWindowIs()
+{
+    VantorelStyle style;
+    QMenu menu;
+    menu.setStyle(&style);
+    menu.addAction(QStringLiteral("Entry"));
+    menu.resize(menu.sizeHint());
+    const auto corner = [&menu] {
+        QImage picture(menu.size(), QImage::Format_ARGB32_Premultiplied);
+        picture.fill(Qt::transparent);
+        menu.render(&picture, QPoint(), QRegion(), QWidget::DrawChildren);
+        return picture.pixelColor(0, 0).alpha();
+    };
+    MainWindow window;
+    window.awakeFromNib();
+    bool isComposited = true;
+    window.setIsComposited([&isComposited] { return isComposited; });
+    QCOMPARE(corner(), 0);
+    // What it finds when it is shown counts for the menus that are there already.
+    isComposited = false;
+    window.show();
+    QCOMPARE(corner(), 255);
+    window.hide();
+    isComposited = true;
+    window.show();
+    QCOMPARE(corner(), 0);
 }
 
 void MainWindowTest::theEdgeLineLiesOverEverything()
@@ -843,20 +883,22 @@ void MainWindowTest::theMenuButtonStaysPressedWhileTheMenuIsOpen()
     QVERIFY(!button->isKeptPressed());
 }
 
-void MainWindowTest::theApplicationsEntryIsCheckedWhileTheWindowIsKey()
+void MainWindowTest::choosingTheApplicationsEntryDoesNotChangeItsMark()
 {
     MainWindow window;
     QAction *entry = window.mainMenu()->mainWindow();
-    QVERIFY(!entry->isChecked());
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
-    QTRY_VERIFY(entry->isChecked());
+    entry->setChecked(true);
     entry->trigger();
     QVERIFY(entry->isChecked());
     QWidget other;
     other.show();
     other.activateWindow();
-    QTRY_VERIFY(!entry->isChecked());
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    entry->setChecked(false);
+    entry->trigger();
+    QVERIFY(!entry->isChecked());
 }
 
 void MainWindowTest::theMainWindowIsFoundAmongOthers()

@@ -8,6 +8,7 @@
 #include "ui/MethodList.h"
 
 #include <QAccessible>
+#include <QAction>
 #include <QListView>
 #include <QScrollBar>
 #include <QSignalSpy>
@@ -104,6 +105,27 @@ class MethodSelectorTest : public QObject
         // The arrow head's tip is 18 from the right.
         COMPARE_COLOR(image.pixelColor((296 - 18) * 2, 35),
                       DesignColors::color(ColorRole::TextSecondary, isDark));
+    }
+
+    void noShortcutOfTheWindowActsWhileTheListIsOpen()
+    {
+        Scene scene;
+        QAction start;
+        start.setShortcut(Qt::CTRL | Qt::Key_Return);
+        scene.window.addAction(&start);
+        QSignalSpy started(&start, &QAction::triggered);
+        QSignalSpy chosen(scene.selector, &MethodSelector::methodChosen);
+        QVERIFY(scene.isActive());
+        scene.selector->click();
+        QTest::keyClick(scene.view(), Qt::Key_Down);
+
+        QTest::keyClick(scene.view(), Qt::Key_Return, Qt::ControlModifier);
+
+        QCOMPARE(started.count(), 0);
+        QVERIFY(!scene.selector->list()->isOpen());
+        QCOMPARE(chosen.count(), 1);
+        QTest::keyClick(scene.selector, Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(started.count(), 1);
     }
 
     void itShowsTheMethodsNameAndTellsItsText()

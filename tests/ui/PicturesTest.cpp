@@ -14,7 +14,7 @@ const QStringList allNames =
                    "btn_blue_in btn_red btn_red_hi btn_red_in symbol_add "
                    "symbol_preferences symbol_menu symbol_error_log "
                    "symbol_minimise symbol_close symbol_arrow symbol_check "
-                   "symbol_caution row_in_work document attention_badge drop_folder "
+                   "symbol_caution row_in_work document folder attention_badge drop_folder "
                    "drop_picture drop_page application_icon application_icon_small")
         .split(QLatin1Char(' '));
 

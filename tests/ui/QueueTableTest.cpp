@@ -193,6 +193,7 @@ class QueueTableTest : public QObject
     void theMouseShadesItsRow();
     void aRowOfARunTakesNoShade();
     void scrollingForgetsTheMouseUntilItMoves();
+    void resizingForgetsTheMouseUntilItMoves();
     void leavingTheTableEndsTheShade();
 
     void aSelectedRowHasTheColourOfTheFocus_data();
@@ -408,6 +409,18 @@ void QueueTableTest::scrollingForgetsTheMouseUntilItMoves()
     scene.table.verticalScrollBar()->setValue(rowHeight);
     for (const int place : {0, 1, 2, 3})
         QCOMPARE(scene.ground(place), rest);
+    scene.hover(2);
+    QVERIFY(scene.ground(2) != rest);
+}
+
+void QueueTableTest::resizingForgetsTheMouseUntilItMoves()
+{
+    Scene scene;
+    const QColor rest = scene.ground(2);
+    scene.hover(2);
+    QVERIFY(scene.ground(2) != rest);
+    scene.table.resize(tableSize + QSize(0, 10));
+    QCOMPARE(scene.ground(2), rest);
     scene.hover(2);
     QVERIFY(scene.ground(2) != rest);
 }

@@ -33,6 +33,8 @@ class ReadyViewTest : public QObject
     void startIgnoresAllInputInTheFirstMoments_data();
     void startIgnoresAllInputInTheFirstMoments();
     void aPressThatBeganInTheFirstMomentsStartsNothing();
+    void aPressThatIsHeldWhileTheViewComesStartsNothing_data();
+    void aPressThatIsHeldWhileTheViewComesStartsNothing();
     void theGuardBeginsAnewWhenTheViewHasAppeared();
     void aWindowThatComesBackIsNoNewView();
     void startIgnoresAKeyThatRepeats();
@@ -152,9 +154,9 @@ void ReadyViewTest::everyMethodsDescriptionFitsItsThreeLines()
 
 void ReadyViewTest::cautionsGoToTheBand()
 {
-    const QStringList cautions{QStringLiteral("2 symbolic links"), QStringLiteral("btrfs")};
-    view_->setCautions(cautions);
-    QCOMPARE(view_->cautionBand()->cautions(), cautions);
+    view_->setCautions({{QStringLiteral("2 symbolic links")}, {QStringLiteral("btrfs")}});
+    QCOMPARE(view_->cautionBand()->cautions(),
+             QStringList({QStringLiteral("2 symbolic links"), QStringLiteral("btrfs")}));
     view_->setCautions({});
     QCOMPARE(view_->cautionBand()->cautions(), QStringList());
 }
@@ -226,6 +228,45 @@ void ReadyViewTest::aPressThatBeganInTheFirstMomentsStartsNothing()
     now_ += 1000;
     QTest::keyRelease(view_->startButton(), Qt::Key_Space);
     QCOMPARE(started.size(), 0);
+}
+
+void ReadyViewTest::aPressThatIsHeldWhileTheViewComesStartsNothing_data()
+{
+    QTest::addColumn<bool>("isMoved");
+    QTest::newRow("by a still hand") << false;
+    QTest::newRow("by a hand that moves") << true;
+}
+
+/// A scan comes and goes over the pressed button.
+void ReadyViewTest::aPressThatIsHeldWhileTheViewComesStartsNothing()
+{
+    QFETCH(bool, isMoved);
+    appearAndWait();
+    QSignalSpy started(&*view_, &ReadyView::startClicked);
+    ButtonRed *start = view_->startButton();
+    QTest::mousePress(start, Qt::LeftButton);
+    QVERIFY(start->isDown());
+    view_->viewDidAppear();
+    QVERIFY(!start->isDown());
+    now_ += 1000;
+    if (isMoved) {
+        const QPointF at = start->rect().center() + QPointF(3, 0);
+        QMouseEvent move(QEvent::MouseMove, at, start->mapToGlobal(at), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(start, &move);
+    }
+    QVERIFY(!start->isDown());
+    QTest::mouseRelease(start, Qt::LeftButton);
+    QCOMPARE(started.size(), 0);
+
+    QTest::keyPress(start, Qt::Key_Space);
+    view_->viewDidAppear();
+    now_ += 1000;
+    QTest::keyRelease(start, Qt::Key_Space);
+    QCOMPARE(started.size(), 0);
+
+    QTest::mouseClick(start, Qt::LeftButton);
+    QCOMPARE(started.size(), 1);
 }
 
 void ReadyViewTest::theGuardBeginsAnewWhenTheViewHasAppeared()
@@ -321,13 +362,13 @@ void ReadyViewTest::tabGoesFromTopToBottom()
     const std::vector<QWidget *> withoutCautions{view_->table(), view_->methodSelector(),
                                                  view_->startButton()};
     QCOMPARE(ViewScene::tabbedThrough(*view_), withoutCautions);
-    view_->setCautions({QStringLiteral("2 symbolic links"), QStringLiteral("btrfs")});
+    view_->setCautions({{QStringLiteral("2 symbolic links")}, {QStringLiteral("btrfs")}});
     QCOMPARE(ViewScene::tabbedThrough(*view_), view_->tabStops());
 }
 
 void ReadyViewTest::everyElementWithTheKeyboardHasAName()
 {
-    view_->setCautions({QStringLiteral("2 symbolic links"), QStringLiteral("btrfs")});
+    view_->setCautions({{QStringLiteral("2 symbolic links")}, {QStringLiteral("btrfs")}});
     QCOMPARE(ViewScene::nameless(*view_).join(QLatin1Char(' ')), QString());
     QCOMPARE(view_->table()->accessibleName(), QStringLiteral("Files to erase"));
     QCOMPARE(view_->methodSelector()->accessibleName(), QStringLiteral("Wipe method"));

@@ -31,6 +31,26 @@ inline void whenActive(std::function<void(DialogBox &)> act)
     });
 }
 
+/// The dialog that is shown.
+inline DialogBox *current()
+{
+    return qobject_cast<DialogBox *>(QApplication::activeModalWidget());
+}
+
+/// Does this once some dialog is shown, whenever that is.
+inline void whenShown(const std::function<void(DialogBox &)> &act)
+{
+    auto *timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
+        if (DialogBox *dialog = current()) {
+            timer->deleteLater();
+            timer->stop();
+            act(*dialog);
+        }
+    });
+    timer->start(5);
+}
+
 /// By the window system's way, so that the dialog itself finds out what it is for.
 inline void press(DialogBox &dialog, Qt::Key key, Qt::KeyboardModifiers modifiers = {})
 {

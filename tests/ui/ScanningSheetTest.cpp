@@ -9,6 +9,7 @@
 #include "ui/TextLabel.h"
 #include "ui/ThemedPreferences.h"
 
+#include <QAccessible>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -55,6 +56,7 @@ class ScanningSheetTest : public QObject
     void itsPartsStandInTheirPlaces();
     void itGrowsWithTheFontWhileItStands();
     void itShowsWhatWasFound();
+    void aScreenReaderHearsHowMuchWasFound();
     void itSlidesInAndTellsWhenItHasGone();
     void aSheetClosedOnItsWayInTurnsBack();
     void aSheetOpenedOnItsWayOutStays();
@@ -133,6 +135,20 @@ void ScanningSheetTest::itShowsWhatWasFound()
         texts[label->text()] = label->geometry();
     QCOMPARE(texts.value(QStringLiteral("12,480")).topLeft(), QPoint(24, 64));
     QCOMPARE(texts.value(QStringLiteral("38.02 GB")).topLeft(), QPoint(200, 64));
+}
+
+void ScanningSheetTest::aScreenReaderHearsHowMuchWasFound()
+{
+    Scene scene;
+    scene.sheet->setFound(QStringLiteral("1"), QStringLiteral("2 Bytes"));
+    scene.sheet->setFound(QStringLiteral("12,480"), QStringLiteral("38.02 GB"));
+    QMap<QString, QString> heard;
+    for (TextLabel *label : scene.paper()->findChildren<TextLabel *>()) {
+        const QAccessibleInterface *element = QAccessible::queryAccessibleInterface(label);
+        heard[element->text(QAccessible::Name)] = element->text(QAccessible::Description);
+    }
+    QCOMPARE(heard.value(QStringLiteral("Found files")), QStringLiteral("12,480"));
+    QVERIFY(heard.contains(QStringLiteral("38.02 GB")));
 }
 
 void ScanningSheetTest::itSlidesInAndTellsWhenItHasGone()

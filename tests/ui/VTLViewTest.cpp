@@ -6,6 +6,9 @@
 
 #include <QTest>
 
+#include <array>
+#include <functional>
+
 namespace {
 
 const QString style = QStringLiteral("Mine");
@@ -38,11 +41,13 @@ class OpenView : public VTLView
     using VTLView::VTLView;
 
     int drags = 0;
+    int drawings = 0;
     QRect drawn;
 
   protected:
     void drawRect(QPainter &painter, const QRect &dirtyRect) override
     {
+        ++drawings;
         drawn = dirtyRect;
         VTLView::drawRect(painter, dirtyRect);
     }
@@ -100,9 +105,13 @@ class VTLViewTest : public QObject
     void becomingMainTakesTheInactiveTintAway();
     void aViewIsTakenForOneOfTheMainWindow();
 
+    void whatChangesItsLookAsksForDrawing_data();
+    void whatChangesItsLookAsksForDrawing();
+
     void aRadiusBelowOneChangesNothing_data();
     void aRadiusBelowOneChangesNothing();
     void aRadiusClipsTheViewAndItsChildrenUnderALine();
+    void atTwiceTheScaleTheLineIsAsThickAndAsFine();
     void theLineKnowsNoTheme();
     void aLaterRadiusTakesThePlaceOfTheFirst();
 
@@ -442,6 +451,35 @@ void VTLViewTest::aViewIsTakenForOneOfTheMainWindow()
     QCOMPARE(centre(*view_), red);
 }
 
+void VTLViewTest::whatChangesItsLookAsksForDrawing_data()
+{
+    QTest::addColumn<int>("change");
+    QTest::newRow("another style") << 0;
+    QTest::newRow("the window becomes main") << 1;
+    QTest::newRow("the window is no longer main") << 2;
+    QTest::newRow("the dark sidebar is forced") << 3;
+    QTest::newRow("its top is below") << 4;
+}
+
+void VTLViewTest::whatChangesItsLookAsksForDrawing()
+{
+    QFETCH(int, change);
+    setColors({{key("bg_light"), red}, {key("bg_light_inactive"), blue}});
+    view_->setTrackForceDarkSidebarAppearance(true);
+    view_->show();
+    QVERIFY(QTest::qWaitForWindowExposed(&*view_));
+    QTRY_VERIFY(view_->drawings > 0);
+    QCoreApplication::processEvents();
+    const int before = view_->drawings;
+    const std::array<std::function<void()>, 5> changes{
+        [this] { view_->changeToName(QStringLiteral("Other")); },
+        [] { post(NotificationName::windowDidBecomeMain); },
+        [] { post(NotificationName::windowDidResignMain); }, [] { forceSidebar(true); },
+        [this] { view_->setViewIsflipped(true); }};
+    changes.at(std::size_t(change))();
+    QTRY_VERIFY(view_->drawings > before);
+}
+
 void VTLViewTest::aRadiusBelowOneChangesNothing_data()
 {
     QTest::addColumn<int>("radius");
@@ -490,6 +528,32 @@ void VTLViewTest::aRadiusClipsTheViewAndItsChildrenUnderALine()
     COMPARE_PIXEL(image, 48, 20, red);
     COMPARE_PIXEL(image, 40, 29, QColor(204, 0, 0));
     COMPARE_PIXEL(image, 50, 20, white);
+}
+
+void VTLViewTest::atTwiceTheScaleTheLineIsAsThickAndAsFine()
+{
+    setColors({{key("bg_light"), red}});
+    QWidget window;
+    window.resize(60, 40);
+    view_->setParent(&window);
+    view_->setGeometry(10, 10, 40, 20);
+    view_->setCornerRadius(6);
+    QImage image(window.size() * 2, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(2);
+    image.fill(white);
+    window.render(&image, QPoint(), QRegion(), QWidget::DrawChildren);
+    view_->setParent(nullptr);
+
+    const QColor line(204, 0, 0);
+    for (const int first : {20, 21, 58, 59}) {
+        COMPARE_PIXEL(image, 60, first, line);
+        COMPARE_PIXEL(image, first == 58 || first == 59 ? first + 40 : first, 40, line);
+    }
+    for (const QPoint &inner : {QPoint(60, 22), QPoint(60, 57), QPoint(22, 40), QPoint(97, 40)})
+        COMPARE_PIXEL(image, inner.x(), inner.y(), red);
+    for (const QPoint &outer : {QPoint(60, 19), QPoint(60, 60), QPoint(19, 40), QPoint(100, 40),
+                                QPoint(20, 20), QPoint(99, 20), QPoint(20, 59), QPoint(99, 59)})
+        COMPARE_PIXEL(image, outer.x(), outer.y(), white);
 }
 
 void VTLViewTest::theLineKnowsNoTheme()
@@ -560,13 +624,26 @@ void VTLViewTest::vibrancyIsAllowedWhereItIsDisabled()
 void VTLViewTest::aViewThatHasGoneHearsNothing()
 {
     setColors({{key("bg_light_inactive"), blue}});
+    int builds = 0;
+    struct Counting : VTLView
     {
-        VTLView view(style);
-        view.setTrackForceDarkSidebarAppearance(true);
-        view.buildColorCacheForDarkMode(false);
-    }
-    post(NotificationName::windowDidBecomeMain);
+        explicit Counting(int *count) : VTLView(::style), builds(count) {}
+        void buildColorsForDarkMode(bool isDark) override
+        {
+            ++*builds;
+            VTLView::buildColorsForDarkMode(isDark);
+        }
+        int *builds;
+    };
+    auto view = std::make_unique<Counting>(&builds);
+    view->setTrackForceDarkSidebarAppearance(true);
+    view->buildColorCacheForDarkMode(false);
     forceSidebar(true);
+    QCOMPARE(builds, 2);
+    view.reset();
+    post(NotificationName::windowDidBecomeMain);
+    forceSidebar(false);
+    QCOMPARE(builds, 2);
 }
 
 QTEST_MAIN(VTLViewTest)

@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPainter>
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -23,6 +24,14 @@
 namespace {
 
 constexpr QSize contentSize(400, 6944);
+
+/// Counts how often it is drawn.
+struct Watched : QWidget
+{
+    [[nodiscard]] QColor ground() const { return palette().color(QPalette::Window); }
+    void paintEvent(QPaintEvent *) override { ++paints; }
+    int paints = 0;
+};
 
 /// Laid out and polished as if it were shown.
 void prepare(QWidget &widget)
@@ -45,6 +54,30 @@ QWidget *toolTip()
             return window;
     }
     return nullptr;
+}
+
+/// One element of the style by itself, on white.
+QImage drawn(QStyle::PrimitiveElement element, QStyleOption &&option, QStyle::State state)
+{
+    QImage image(40, 30, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::white);
+    option.rect = image.rect();
+    option.state = state;
+    QPainter painter(&image);
+    QApplication::style()->drawPrimitive(element, &option, &painter);
+    return image;
+}
+
+/// The darkest point is of this colour, or as near to it as thin strokes come.
+bool isWrittenIn(ColorRole role, const QImage &image, const QRect &rect)
+{
+    int darkest = 255;
+    for (int y = rect.top(); y <= rect.bottom(); ++y) {
+        for (int x = rect.left(); x <= rect.right(); ++x)
+            darkest = std::min(darkest, image.pixelColor(x, y).lightness());
+    }
+    const int expected = DesignColors::color(role).lightness();
+    return darkest >= expected - 2 && darkest < expected + 45;
 }
 
 /// A menu with one of everything that a row can be.
@@ -91,6 +124,8 @@ class VantorelStyleTest : public QObject
     void aMenuIsAsWideAsItsTexts();
     void theMenusRowsAreDrawnInTheirColours_data();
     void theMenusRowsAreDrawnInTheirColours();
+    void theMenusTextsHaveTheirColours();
+    void aDisabledRowIsNotShadedByTheMouse();
     void aMenusCornersAreRoundOnlyWhereWindowsAreTransparent_data();
     void aMenusCornersAreRoundOnlyWhereWindowsAreTransparent();
 
@@ -109,6 +144,11 @@ class VantorelStyleTest : public QObject
 
     void controlsHaveTheirGrounds_data();
     void controlsHaveTheirGrounds();
+    void theMouseChangesTheGround();
+    void framesAreLinesAlone();
+    void theArrowPointsDown();
+    void aDisabledSelectorHasNoGround_data();
+    void aDisabledSelectorHasNoGround();
     void aTextFieldWithoutFrameHasNoGround();
     void aTableHeadHasItsGroundAndLine();
     void everyPartOfTheFilePanelIsDarkInTheDark();
@@ -223,21 +263,18 @@ void VantorelStyleTest::applyingTheThemeGivesTheApplicationItsPalette()
 
 void VantorelStyleTest::applyingTheThemeDrawsWhatIsShownAnew()
 {
-    QWidget window;
-    window.resize(20, 20);
+    Watched window;
     prepare(window);
+    const int before = window.paints;
     preferences_->setDark(true);
     VantorelStyle::applyTheme();
-    QTRY_COMPARE(window.grab().toImage().pixelColor(5, 5).name(), QStringLiteral("#272c31"));
+    QTRY_VERIFY(window.paints > before);
+    QCOMPARE(window.ground().name(), QStringLiteral("#272c31"));
 }
 
 void VantorelStyleTest::highContrastDrawsWhatIsShownAnew()
 {
-    struct Watched : QWidget
-    {
-        void paintEvent(QPaintEvent *) override { ++paints; }
-        int paints = 0;
-    } widget;
+    Watched widget;
     prepare(widget);
     const int before = widget.paints;
     VantorelStyle::setHighContrast(true);
@@ -341,6 +378,33 @@ void VantorelStyleTest::theMenusRowsAreDrawnInTheirColours()
     QVERIFY(std::abs(strongest.lightness() - text.lightness()) < 40);
 }
 
+void VantorelStyleTest::theMenusTextsHaveTheirColours()
+{
+    Menu menu;
+    prepare(menu);
+    const QImage image = Pixels::painted(menu);
+    QVERIFY(isWrittenIn(ColorRole::Text, image, QRect(36, 8, 100, 24)));
+    QVERIFY(isWrittenIn(ColorRole::TextSecondary, image, QRect(180, 8, 82, 24)));
+    COMPARE_PIXEL(image, 264, 20, DesignColors::color(ColorRole::Menu));
+    QVERIFY(isWrittenIn(ColorRole::TextDisabled, image, QRect(36, 36, 100, 24)));
+}
+
+void VantorelStyleTest::aDisabledRowIsNotShadedByTheMouse()
+{
+    const auto ground = [](QStyle::State state) {
+        QImage image(280, 28, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        QStyleOptionMenuItem option;
+        option.rect = image.rect();
+        option.state = state;
+        QPainter painter(&image);
+        QApplication::style()->drawControl(QStyle::CE_MenuItem, &option, &painter);
+        return image.pixelColor(140, 4);
+    };
+    QCOMPARE(ground(QStyle::State_Selected), QColor(Qt::white));
+    QVERIFY(ground(QStyle::State_Selected | QStyle::State_Enabled) != QColor(Qt::white));
+}
+
 void VantorelStyleTest::aMenusCornersAreRoundOnlyWhereWindowsAreTransparent_data()
 {
     QTest::addColumn<bool>("isTransparent");
@@ -354,7 +418,8 @@ void VantorelStyleTest::aMenusCornersAreRoundOnlyWhereWindowsAreTransparent()
     VantorelStyle::setTransparentWindows(isTransparent);
     Menu menu;
     prepare(menu);
-    QCOMPARE(menu.testAttribute(Qt::WA_TranslucentBackground), isTransparent);
+    // In either case, for this may change while the menu is there.
+    QVERIFY(menu.testAttribute(Qt::WA_TranslucentBackground));
     const QImage image = Pixels::painted(menu);
     QCOMPARE(image.pixelColor(0, 0).alpha(), isTransparent ? 0 : 255);
     QCOMPARE(image.pixelColor(279, 104).alpha(), isTransparent ? 0 : 255);
@@ -548,6 +613,87 @@ void VantorelStyleTest::controlsHaveTheirGrounds()
     button.setDown(false);
     button.setEnabled(false);
     COMPARE_PIXEL(Pixels::painted(button), 20, 16, QColor(Qt::transparent));
+}
+
+void VantorelStyleTest::theMouseChangesTheGround()
+{
+    const QColor white(255, 255, 255);
+    const auto enabled = QStyle::State_Enabled;
+    const auto hovered = enabled | QStyle::State_MouseOver;
+    const auto pressed = hovered | QStyle::State_Sunken;
+    const auto on = [&white](ColorRole role) {
+        return Pixels::over(DesignColors::color(role), white);
+    };
+    const auto button = [](QStyle::State state) {
+        return drawn(QStyle::PE_PanelButtonCommand, QStyleOptionButton(), state);
+    };
+    COMPARE_PIXEL(button(hovered), 20, 15, on(ColorRole::ControlHover));
+    COMPARE_PIXEL(button(pressed), 20, 15, on(ColorRole::ControlPressed));
+    const auto tool = [](QStyle::State state) {
+        return drawn(QStyle::PE_PanelButtonTool, QStyleOptionToolButton(), state);
+    };
+    COMPARE_PIXEL(tool(enabled), 20, 15, white);
+    COMPARE_PIXEL(tool(hovered), 20, 15, on(ColorRole::GhostHover));
+    COMPARE_PIXEL(tool(pressed), 20, 15, on(ColorRole::GhostPressed));
+    COMPARE_PIXEL(tool(enabled | QStyle::State_On), 20, 15, on(ColorRole::GhostPressed));
+    COMPARE_PIXEL(tool(QStyle::State_MouseOver), 20, 15, white);
+}
+
+void VantorelStyleTest::framesAreLinesAlone()
+{
+    const QColor white(255, 255, 255);
+    const auto on = [&white](ColorRole role) {
+        return Pixels::over(DesignColors::color(role), white);
+    };
+    const QImage frame = drawn(QStyle::PE_Frame, QStyleOptionFrame(), QStyle::State_Enabled);
+    COMPARE_PIXEL(frame, 0, 15, on(ColorRole::Edge));
+    COMPARE_PIXEL(frame, 39, 29, on(ColorRole::Edge));
+    COMPARE_PIXEL(frame, 1, 15, white);
+    COMPARE_PIXEL(frame, 20, 15, white);
+    const QImage focus =
+        drawn(QStyle::PE_FrameFocusRect, QStyleOptionFocusRect(), QStyle::State_Enabled);
+    COMPARE_PIXEL(focus, 20, 0, on(ColorRole::Focus));
+    COMPARE_PIXEL(focus, 39, 15, on(ColorRole::Focus));
+    COMPARE_PIXEL(focus, 0, 0, white); // its corners are round
+    COMPARE_PIXEL(focus, 20, 15, white);
+}
+
+void VantorelStyleTest::theArrowPointsDown()
+{
+    const QImage arrow =
+        drawn(QStyle::PE_IndicatorArrowDown, QStyleOption(), QStyle::State_Enabled);
+    QRect ink;
+    for (int y = 0; y < arrow.height(); ++y) {
+        for (int x = 0; x < arrow.width(); ++x)
+            ink |= arrow.pixelColor(x, y).lightness() < 200 ? QRect(x, y, 1, 1) : QRect();
+    }
+    QVERIFY(std::abs(ink.center().x() - 20) <= 1 && std::abs(ink.center().y() - 15) <= 1);
+    QVERIFY(ink.width() >= 8 && ink.height() <= 7);
+    QVERIFY(arrow.pixelColor(20, ink.bottom()).lightness() < 200);
+    QVERIFY(arrow.pixelColor(20, ink.top()).lightness() > 200);
+    QVERIFY(isWrittenIn(ColorRole::TextSecondary, arrow, arrow.rect()));
+    QVERIFY(isWrittenIn(ColorRole::TextDisabled,
+                        drawn(QStyle::PE_IndicatorArrowDown, QStyleOption(), QStyle::State()),
+                        arrow.rect()));
+}
+
+void VantorelStyleTest::aDisabledSelectorHasNoGround_data()
+{
+    controlsHaveTheirGrounds_data();
+}
+
+void VantorelStyleTest::aDisabledSelectorHasNoGround()
+{
+    QFETCH(bool, isDark);
+    preferences_->setDark(isDark);
+    QComboBox selector;
+    selector.resize(100, 32);
+    selector.setEnabled(false);
+    prepare(selector);
+    const QImage image = Pixels::painted(selector, Qt::white);
+    COMPARE_PIXEL(image, 40, 16, QColor(Qt::white));
+    COMPARE_PIXEL(image, 40, 0,
+                  Pixels::over(DesignColors::color(ColorRole::EdgeControl), Qt::white));
 }
 
 void VantorelStyleTest::aTextFieldWithoutFrameHasNoGround()

@@ -69,7 +69,6 @@ Places finishedPlaces(const ViewRuler &ruler, bool hasFailures)
             {QStringLiteral("first line in card"), at.lines[0]},
             {QStringLiteral("second line in card"), at.lines[1]},
             {QStringLiteral("band"), at.band},
-            {QStringLiteral("icon in band"), at.bandIcon},
             {QStringLiteral("button in band"), at.bandButton},
             {QStringLiteral("button"), at.button},
             {QStringLiteral("note"), at.note}};
@@ -141,6 +140,7 @@ class ViewLayoutsTest : public QObject
     void nothingLeavesTheView();
     void tablesKeepTheirSmallestNumberOfRows();
     void theStripMakesWayForTheMethodsName();
+    void theBandsMarginGrowsWithTheFont();
     void aLongVersionMovesTheLink();
     void aRowPlacesItsParts_data();
     void aRowPlacesItsParts();
@@ -269,7 +269,6 @@ void ViewLayoutsTest::anElementStandsAtItsPlace_data()
     addRows("finished with failures", natural, 1,
             {{"badge", {374, 116, 32, 32}},
              {"band", {104, 328, 512, 48}},
-             {"icon in band", {16, 16, 16, 16}},
              {"button in band", {376, 8, 128, 32}},
              {"button", {280, 408, 160, 32}}});
     addRows("finished", large, 1,
@@ -369,6 +368,12 @@ void ViewLayoutsTest::theStripMakesWayForTheMethodsName()
     QCOMPARE(layout.passStrip, QRect(248, 416, 256, 21));
     // It keeps as much as 35 cells need.
     QCOMPARE(ErasingLayout::of(ruler, 1000).passStrip.width(), 160);
+}
+
+void ViewLayoutsTest::theBandsMarginGrowsWithTheFont()
+{
+    QCOMPARE(FinishedLayout::of(ViewRuler(natural, 1), true).bandMargin, 16);
+    QCOMPARE(FinishedLayout::of(ViewRuler(grown, 1.5), true).bandMargin, 24);
 }
 
 void ViewLayoutsTest::aLongVersionMovesTheLink()

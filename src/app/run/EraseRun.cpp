@@ -44,6 +44,21 @@ void EraseRun::begin(std::int64_t now)
 {
     forgetFailures();
     queueStatsObject_->setStartTimeStamp(now);
+    removesFolders_ = true;
+}
+
+void EraseRun::setSkipLinkTargets(bool skip)
+{
+    double change = 0;
+    for (const QueueArray::Item &item : queueArray_->items()) {
+        if (!item->scanFacts().isLink || item->finished())
+            continue;
+        const double size = skip ? 0 : item->scanFacts().targetSize;
+        change += size - item->filesize();
+        item->setFilesize(size);
+        item->setMaxValue(size);
+    }
+    queueStatsObject_->setTotalBytes(queueStatsObject_->totalBytes() + change);
 }
 
 void EraseRun::addFailure(std::shared_ptr<QueueObject> object)
@@ -84,10 +99,24 @@ void EraseRun::makeResultStrings(std::int64_t now)
     stats.setTimeElapsedString(RunTexts::timeElapsed(double(now - stats.startTimeStamp())));
 }
 
+std::int64_t EraseRun::noteUnreached()
+{
+    std::int64_t files = 0;
+    if (!queueArray_->firstUnfinished())
+        return files;
+    for (const QueueArray::Item &item : queueArray_->items()) {
+        if (item->finished())
+            continue;
+        addFailure(item);
+        ++files;
+    }
+    return files;
+}
+
 FolderSweep EraseRun::deleteFolders()
 {
     const FolderMap folders = std::exchange(folderUrlsToDeleteDict_, {});
-    if (queueArray_->firstUnfinished())
+    if (!removesFolders_ || queueArray_->firstUnfinished())
         return {};
     FolderSweep sweep = FileUtils().deleteFoldersFromArray(FolderOrder::deepestFirst(folders));
     noteRemovedWithFolder(sweep.removedFiles);

@@ -10,7 +10,8 @@
 #include <memory>
 #include <vector>
 
-/// A file that was not erased.
+/// A file that was not erased. If its item is not finished, the run was stopped before it came to
+/// it.
 struct FailedFile
 {
     std::shared_ptr<QueueObject> item; ///< null for a hidden file that was not queued
@@ -55,6 +56,10 @@ class EraseRun
     void forgetFailures() { failedFiles_.clear(); }
     /// Forgets the failures of the run before and stamps the start.
     void begin(std::int64_t now);
+    /// This run removes no folder: it overwrites nothing, and hidden files would go unread.
+    void keepFolders() { removesFolders_ = false; }
+    /// A link whose target is left alone has no bytes to overwrite.
+    void setSkipLinkTargets(bool skip);
     void addFailure(std::shared_ptr<QueueObject> object);
     /// To be called once a second; answers the bytes per second.
     double updateBPSValue();
@@ -62,6 +67,8 @@ class EraseRun
     void updateProgressBar();
 
     void makeResultStrings(std::int64_t now);
+    /// Takes what a stopped run did not come to as failed; how many files that were.
+    std::int64_t noteUnreached();
     /// Removes the folders that have become empty and forgets them all; notes which files went with
     /// them without having been overwritten. A run that was stopped removes none: hidden files in
     /// them may still wait to be overwritten.
@@ -80,4 +87,5 @@ class EraseRun
     FolderMap folderUrlsToDeleteDict_;
     std::vector<FailedFile> failedFiles_;
     Throughput throughput_;
+    bool removesFolders_ = true;
 };

@@ -21,6 +21,8 @@ QString RunTexts::timeElapsed(double seconds)
 
 QString RunTexts::failure(const FailedFile &failed)
 {
+    if (failed.item && !failed.item->finished())
+        return QStringLiteral("Not erased: the run was stopped");
     const QString reason =
         failed.item ? failed.item->errormsg() : QStringLiteral("Not found by the scan");
     if (!failed.removedWithFolder)

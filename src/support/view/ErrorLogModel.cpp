@@ -19,6 +19,7 @@ ErrorLogModel::ErrorLogModel(QByteArray home, QObject *parent)
 void ErrorLogModel::add(ErrorLogRow row)
 {
     beginInsertRows({}, count(), count());
+    others_ += row.isFile ? 0 : 1;
     rows_.push_back(std::move(row));
     endInsertRows();
 }
@@ -27,6 +28,7 @@ void ErrorLogModel::removeAll()
 {
     beginResetModel();
     rows_.clear();
+    others_ = 0;
     endResetModel();
 }
 

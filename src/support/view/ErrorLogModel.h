@@ -6,15 +6,17 @@
 
 #include <vector>
 
-/// A file that could not be erased, as the error log tells it.
+/// What could not be erased, as the error log tells it.
 struct ErrorLogRow
 {
     QByteArray filename;
     QByteArray filepath; ///< of its folder
     QString error;
+    /// A file of the run; not a folder, nor what was refused or came to light only at the end.
+    bool isFile = true;
 };
 
-/// The files that could not be erased, as the rows of the error log: the list behind its table.
+/// What could not be erased, as the rows of the error log: the list behind its table.
 ///
 /// Thread: main
 /// Owns:   the rows
@@ -32,6 +34,8 @@ class ErrorLogModel : public QAbstractTableModel
     void add(ErrorLogRow row);
     void removeAll();
     [[nodiscard]] int count() const { return int(rows_.size()); }
+    /// No row tells of anything else.
+    [[nodiscard]] bool hasOnlyFiles() const { return others_ == 0; }
     [[nodiscard]] const ErrorLogRow &row(int row) const { return rows_[std::size_t(row)]; }
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
@@ -45,4 +49,5 @@ class ErrorLogModel : public QAbstractTableModel
 
     QByteArray home_;
     std::vector<ErrorLogRow> rows_;
+    int others_ = 0; ///< rows that are no files
 };

@@ -88,9 +88,7 @@ void ErrorLogWindow::awakeFromNib()
 void ErrorLogWindow::colorThemeChangedNotification()
 {
     appearance_ = InterfaceColorStyle::appearance();
-    update();
-    for (QWidget *widget : findChildren<QWidget *>())
-        widget->update();
+    updateTree();
 }
 
 void ErrorLogWindow::windowDidBecomeMain()
@@ -105,11 +103,7 @@ void ErrorLogWindow::windowDidResignMain()
 
 bool ErrorLogWindow::applicationShouldHandleReopen(bool)
 {
-    if (isMinimized())
-        setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    makeKeyAndOrderFront();
     return true;
 }
 
@@ -166,10 +160,17 @@ void ErrorLogWindow::showEvent(QShowEvent *event)
 void ErrorLogWindow::showCount()
 {
     const int count = model_.count();
-    countText_->setText(count == 0 ? tr("No errors")
-                        : count == 1
-                            ? tr("1 file could not be erased")
-                            : tr("%1 files could not be erased").arg(NumberText::grouped(count)));
+    const bool isOne = count == 1;
+    const QString number = NumberText::grouped(count);
+    if (count == 0)
+        countText_->setText(tr("No errors"));
+    else if (model_.hasOnlyFiles())
+        countText_->setText(isOne ? tr("1 file could not be erased")
+                                  : tr("%1 files could not be erased").arg(number));
+    else
+        countText_->setText(
+            isOne ? tr("1 item was not overwritten or is still there")
+                  : tr("%1 items were not overwritten or are still there").arg(number));
 }
 
 void ErrorLogWindow::updateButton()

@@ -8,7 +8,7 @@ class PlainButton;
 class TableViewErrorLog;
 class TextLabel;
 
-/// The window that lists the files that could not be erased, and shows one in its folder. Closing
+/// The window that lists what could not be erased, and shows one in its folder. Closing
 /// hides it.
 ///
 /// Thread: main

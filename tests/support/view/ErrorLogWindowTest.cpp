@@ -66,6 +66,7 @@ class ErrorLogWindowTest : public QObject
     void aLargerWindowGivesAllToTheTable();
     void itSaysHowManyFilesFailed_data();
     void itSaysHowManyFilesFailed();
+    void whatIsNoFileIsAnItem();
 
     void itsAppearanceFollowsTheTheme();
     void itTakesTheThemeOnceAtFirst();
@@ -148,6 +149,20 @@ void ErrorLogWindowTest::itSaysHowManyFilesFailed()
     QTEST(scene.window.countText()->text(), "text");
     scene.window.model()->removeAll();
     QCOMPARE(scene.window.countText()->text(), QStringLiteral("No errors"));
+}
+
+void ErrorLogWindowTest::whatIsNoFileIsAnItem()
+{
+    Scene scene(0);
+    scene.window.model()->add({"folder", "/tmp", QStringLiteral("Permission denied"), false});
+    QCOMPARE(scene.window.countText()->text(),
+             QStringLiteral("1 item was not overwritten or is still there"));
+    scene.addRows(1200);
+    QCOMPARE(scene.window.countText()->text(),
+             QStringLiteral("1,201 items were not overwritten or are still there"));
+    scene.window.model()->removeAll();
+    scene.addRows(2);
+    QCOMPARE(scene.window.countText()->text(), QStringLiteral("2 files could not be erased"));
 }
 
 void ErrorLogWindowTest::itsAppearanceFollowsTheTheme()
