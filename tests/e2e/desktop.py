@@ -205,7 +205,7 @@ class Program:
         return wait_until(lambda: any(text in shown for shown in self.texts()), lambda: f"text {text!r} among {self.safe_texts()}")
 
     def shows(self, text):
-        return any(text in shown for shown in self.texts())
+        return any(text in shown for shown in wait_until(self.texts, "the texts"))
 
     def row(self, table, number):
         """What a screen reader hears of a row."""

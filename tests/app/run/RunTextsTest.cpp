@@ -17,6 +17,7 @@ class RunTextsTest : public QObject
     void theTimeElapsedIsInWords_data();
     void theTimeElapsedIsInWords();
     void aFailureIsTheItemsText();
+    void aFileThatAStoppedRunDidNotComeToSaysSo();
     void aFileThatWentWithItsFolderSaysSo();
     void aHiddenFileThatWasNotQueuedSaysSo();
 };
@@ -72,13 +73,21 @@ void RunTextsTest::aFailureIsTheItemsText()
 {
     const QueueArray::Item item = Items::at("/a");
     item->setErrormsg(QStringLiteral("No such file or directory"));
+    item->setFinished(true);
     QCOMPARE(RunTexts::failure({item, "/a", false}), QStringLiteral("No such file or directory"));
+}
+
+void RunTextsTest::aFileThatAStoppedRunDidNotComeToSaysSo()
+{
+    QCOMPARE(RunTexts::failure({Items::at("/a"), "/a", false}),
+             QStringLiteral("Not erased: the run was stopped"));
 }
 
 void RunTextsTest::aFileThatWentWithItsFolderSaysSo()
 {
     const QueueArray::Item item = Items::at("/a/.b");
     item->setErrormsg(QStringLiteral("Permission denied"));
+    item->setFinished(true);
     QCOMPARE(RunTexts::failure({item, "/a/.b", true}),
              QStringLiteral("Permission denied (removed with its folder, not overwritten)"));
 }
