@@ -3,6 +3,7 @@
 #include "app/FolderScanUrls.h"
 #include "app/Presenters.h"
 #include "app/ViewTexts.h"
+#include "app/run/RunLog.h"
 #include "engine/WipeSchedule.h"
 #include "platform/PathBytes.h"
 #include "platform/SystemLog.h"
@@ -191,6 +192,8 @@ void MainVC::btnStopScanningClicked()
 
 void MainVC::newObjectsForQueue(ScanReport report)
 {
+    if (folderScannerController_->shouldCancel())
+        RunLog::scanCancelled();
     addObjectsFromArray(std::move(report.files));
     addFolderObjectsToQueueFromDict(std::move(report.folders));
     presenters_->queueHasGrown();
@@ -261,6 +264,7 @@ void MainVC::startErasing()
     run_->begin(currentTimestamp());
     if (WipeSchedule::passes(wipeController_->wipeMethode()).empty())
         run_->keepFolders();
+    RunLog::runStarted(wipeController_->wipeMethode(), *run_);
     wipeController_->startWiping();
     startTimers();
     NotificationHub::shared().post(NotificationName::runDidStart, this);
@@ -288,6 +292,7 @@ void MainVC::fileFailedToWipe(const std::shared_ptr<QueueObject> &object)
 {
     run_->addFailure(object);
     presenters_->errorLog().add(run_->failedFiles().back());
+    RunLog::fileFailed(run_->failedFiles().back());
 }
 
 void MainVC::finishedWiping()
@@ -300,6 +305,7 @@ void MainVC::finishedWiping()
         wipeDescription_.name, showBtnErrorWindow_,
         {std::int64_t(run_->failedFiles().size() + scanFailures_.size()), unreached_});
     showViewFinished();
+    RunLog::runEnded(wipeController_->wipeMethode(), *run_);
     resetWipeValues();
     showNotification();
     NotificationHub::shared().post(NotificationName::runDidEnd, this);
@@ -318,6 +324,7 @@ void MainVC::noteUnreached()
 void MainVC::deleteFolders()
 {
     const FolderSweep sweep = run_->deleteFolders();
+    RunLog::foldersRemoved(*run_);
     const bool someHaveGone = EraseRun::forgetRemoved(scanFailures_, sweep);
     const std::size_t before = scanFailures_.size();
     std::copy_if(sweep.kept.begin(), sweep.kept.end(), std::back_inserter(scanFailures_),

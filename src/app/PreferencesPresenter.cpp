@@ -1,23 +1,21 @@
 #include "app/PreferencesPresenter.h"
 
 #include "app/ContactLink.h"
+#include "app/LogPathPresenter.h"
 #include "platform/UserDefaults.h"
 #include "support/ValueTransformerRegistry.h"
 #include "ui/ColorThemeClass.h"
 #include "ui/MethodSelector.h"
-#include "ui/PathField.h"
 #include "ui/PreferencesView.h"
 #include "ui/SegmentedControl.h"
 #include "ui/SwitchButton.h"
 #include "ui/ThemeKeys.h"
 #include "ui/ValueTransformers.h"
 
-#include <QFileDialog>
 
 namespace {
 
 const QString methodKey = QStringLiteral("WipeMethod");
-const QString logPathKey = QStringLiteral("logFilePath");
 
 /// The segment of the stored theme; none for a value that is no theme.
 int shownTheme()
@@ -50,7 +48,7 @@ PreferencesPresenter::PreferencesPresenter(PreferencesView *view, Actions action
     bindSwitch(view_->checkForUpdates(), QStringLiteral("checkForUpdates"));
     bindSwitch(view_->betaReleases(), QStringLiteral("checkForBetaReleases"));
     bindSwitch(view_->alphaReleases(), QStringLiteral("checkForAlphaReleases"));
-    bindLogPath();
+    new LogPathPresenter(view_, this);
     connect(view_, &PreferencesView::contactClicked, this, [] { ContactLink::open(); });
     view_->setVersionText(tr("Version %1 (build %2)")
                               .arg(defaults.text(QStringLiteral("AppVersionNr")),
@@ -95,28 +93,6 @@ void PreferencesPresenter::showTheme()
     view_->setThemeRemark(theme == ColorThemeClass::ColorThemeSystem
                               ? tr("light now, dark from the next start")
                               : QString());
-}
-
-void PreferencesPresenter::bindLogPath()
-{
-    connect(view_, &PreferencesView::logPathTaken, this,
-            [](const QString &path) { UserDefaults::standard().setValue(logPathKey, path); });
-    connect(view_, &PreferencesView::chooseLogClicked, this, [this] { chooseLogPath(); });
-    whenChanged(logPathKey,
-                [this] { view_->pathField()->setText(UserDefaults::standard().text(logPathKey)); });
-}
-
-void PreferencesPresenter::chooseLogPath()
-{
-    auto *panel = new QFileDialog(view_->window(), tr("Choose a log file"));
-    panel->setAttribute(Qt::WA_DeleteOnClose);
-    panel->setOption(QFileDialog::DontUseNativeDialog);
-    panel->setOption(QFileDialog::DontConfirmOverwrite);
-    panel->setAcceptMode(QFileDialog::AcceptSave);
-    panel->selectFile(UserDefaults::standard().text(logPathKey));
-    connect(panel, &QFileDialog::fileSelected, this,
-            [](const QString &path) { UserDefaults::standard().setValue(logPathKey, path); });
-    panel->open();
 }
 
 /// Shows the value now and whenever it changes.

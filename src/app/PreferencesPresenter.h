@@ -35,8 +35,6 @@ class PreferencesPresenter : public QObject
   private:
     void bindSwitch(SwitchButton *button, const QString &key);
     void bindTheme();
-    void bindLogPath();
-    void chooseLogPath();
     void showTheme();
     void whenChanged(const QString &key, std::function<void()> show);
 

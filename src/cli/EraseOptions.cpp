@@ -10,12 +10,14 @@ namespace {
 constexpr char leaveLinkTargets = 2;
 constexpr char json = 3;
 constexpr char report = 4;
+constexpr char log = 5;
 
 const std::vector<CommandOptions::Option> knownOptions = {
     {"method", 'm', true}, {"yes", 'y'},
     {"dry-run", 'n'},      {"leave-link-targets", leaveLinkTargets},
     {"json", json},        {"report", report, true},
-    {"quiet", 'q'},        {"help", 'h'},
+    {"log", log, true},    {"quiet", 'q'},
+    {"help", 'h'},
 };
 
 bool isMethod(std::int64_t number)
@@ -58,6 +60,9 @@ void apply(EraseOptions &options, char name, const QByteArray &value)
         break;
     case report:
         options.reportPath = value;
+        break;
+    case log:
+        options.logPath = value;
         break;
     default:
         break;

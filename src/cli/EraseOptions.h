@@ -19,6 +19,7 @@ struct EraseOptions
     bool isQuiet = false;
     bool wantsHelp = false;
     QByteArray reportPath; ///< null: no report
+    QByteArray logPath;    ///< null: no log
     std::vector<QByteArray> paths;
     QString error; ///< what was wrong with the command line; empty if nothing
 

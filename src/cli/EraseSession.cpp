@@ -1,10 +1,12 @@
 #include "cli/EraseSession.h"
 
+#include "app/run/RunLog.h"
 #include "app/run/RunTexts.h"
 #include "cli/ExitCode.h"
 #include "cli/ProgressLine.h"
 #include "engine/ProtectedPlaces.h"
 #include "platform/PathBytes.h"
+#include "support/Logger.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -35,8 +37,10 @@ bool isYes(const QByteArray &answer)
 
 EraseSession::EraseSession(EraseOptions options, QByteArray startFolder)
     : options_(std::move(options)), startFolder_(std::move(startFolder)),
-      console_(options_.isQuiet, options_.printsJson)
+      console_(options_.isQuiet, options_.printsJson), log_(options_.logPath, startFolder_)
 {
+    if (log_.isWanted())
+        Logger::shared().setLogFilePath(log_.path());
     if (!options_.reportPath.isNull())
         reportFile_.emplace(options_.reportPath);
 }
@@ -55,18 +59,28 @@ void EraseSession::start()
         conclude();
         return;
     }
+    if (log_.isWanted() &&
+        !isAllRight(
+            log_.problem(itemPaths(), PathBytes::absolute(options_.reportPath, startFolder_))))
+        return;
     scanner_->setDelegate(weak_from_this());
     scanner_->setQueueStatsObject(run_.queueStatsObject());
     scanner_->setSkipLinkTargets(options_.leavesLinkTargets);
     scanner_->scanAndMakeObjects(scanItems());
 }
 
+std::vector<QByteArray> EraseSession::itemPaths() const
+{
+    std::vector<QByteArray> items;
+    for (const QByteArray &path : options_.paths)
+        items.push_back(PathBytes::absolute(path, startFolder_));
+    return items;
+}
+
 ScanItems EraseSession::scanItems() const
 {
-    ScanItems items;
-    for (const QByteArray &path : options_.paths)
-        items.emplace_back(PathBytes::absolute(path, startFolder_));
-    return items;
+    const std::vector<QByteArray> items = itemPaths();
+    return {items.begin(), items.end()};
 }
 
 void EraseSession::stop(int signal)
@@ -94,11 +108,13 @@ void EraseSession::newObjectsForQueue(ScanReport report)
     run_.addFolderObjectsToQueueFromDict(std::move(report.folders));
     findings_ = Findings::of(run_);
     if (interruptedBy_ != 0) {
+        if (log_.isWanted())
+            RunLog::scanCancelled();
         conclude();
     } else if (findings_.isEmpty() && scanFailures_.empty()) {
         console_.sayError(QStringLiteral("vantorel-cli: nothing to do"));
         end(ExitCode::NothingErased);
-    } else if (openReport()) {
+    } else if (isAllRight(log_.isWanted() ? log_.problem(run_) : QString()) && openReport()) {
         proceed();
     }
 }
@@ -121,20 +137,39 @@ bool EraseSession::openReport()
     if (!reportFile_)
         return true;
     QString problem;
-    for (const QByteArray &path : options_.paths) {
-        const QByteArray item = PathBytes::absolute(path, startFolder_);
+    for (const QByteArray &item : itemPaths()) {
         if (ProtectedPlaces::refusal(item).isNull() && reportFile_->liesIn(item))
             problem =
                 failureLine(options_.reportPath,
                             QStringLiteral("The report would stand in a folder to be erased"));
     }
-    if (problem.isEmpty())
-        problem = reportFile_->open();
+    return isAllRight(problem.isEmpty() ? reportFile_->open() : problem);
+}
+
+/// Otherwise says what is not, and ends.
+bool EraseSession::isAllRight(const QString &problem)
+{
     if (problem.isEmpty())
         return true;
     console_.sayError(problem);
     end(ExitCode::NothingErased);
     return false;
+}
+
+/// The first thing that is logged makes the file.
+bool EraseSession::startLog()
+{
+    if (!log_.isWanted())
+        return true;
+    RunLog::runStarted(options_.method, run_);
+    return isAllRight(logProblem());
+}
+
+/// Empty where all that was logged stands in the file.
+QString EraseSession::logProblem() const
+{
+    const QString problem = log_.isWanted() ? Logger::shared().logFileProblem() : QString();
+    return problem.isEmpty() ? problem : log_.line(problem);
 }
 
 void EraseSession::ask()
@@ -168,6 +203,8 @@ void EraseSession::readAnswer()
 
 void EraseSession::erase()
 {
+    if (!startLog())
+        return;
     run_.begin(QDateTime::currentSecsSinceEpoch());
     elapsed_.start();
     wipeController_->setDelegate(weak_from_this());
@@ -210,6 +247,8 @@ void EraseSession::fileFailedToWipe(const std::shared_ptr<QueueObject> &object)
     run_.addFailure(object);
     const FailedFile &failed = run_.failedFiles().back();
     console_.sayError(failureLine(failed.path, RunTexts::failure(failed)));
+    if (log_.isWanted())
+        RunLog::fileFailed(failed);
 }
 
 void EraseSession::finishedWiping()
@@ -221,6 +260,10 @@ void EraseSession::finishedWiping()
     // A folder may hold nothing but hidden files that wait to be overwritten; it stays with them.
     if (interruptedBy_ == 0)
         removeFolders();
+    if (log_.isWanted()) {
+        RunLog::foldersRemoved(run_);
+        RunLog::runEnded(options_.method, run_);
+    }
     conclude();
 }
 
@@ -267,14 +310,16 @@ void EraseSession::conclude()
     const QByteArray json = report.toJson();
     if (options_.printsJson)
         console_.writeJson(json);
-    const QString problem =
-        reportFile_ && reportFile_->isOpen() ? reportFile_->write(json) : QString();
-    if (!problem.isEmpty())
+    QStringList problems = {logProblem()};
+    if (reportFile_ && reportFile_->isOpen())
+        problems.append(reportFile_->write(json));
+    problems.removeAll(QString());
+    for (const QString &problem : problems)
         console_.sayError(problem);
 
     if (interruptedBy_ != 0)
         end(ExitCode::Signal + interruptedBy_);
-    else if (!problem.isEmpty() || !isAllErased())
+    else if (!problems.isEmpty() || !isAllErased())
         end(ExitCode::Failed);
     else
         end(ExitCode::Erased);

@@ -5,6 +5,7 @@
 #include "cli/EraseOptions.h"
 #include "cli/Findings.h"
 #include "cli/JsonReport.h"
+#include "cli/LogOption.h"
 #include "cli/ReportFile.h"
 #include "engine/WipeController.h"
 #include "scan/FolderScannerController.h"
@@ -47,9 +48,13 @@ class EraseSession : public FolderScannerControllerDelegate,
     void finishedWiping() override;
 
   private:
+    [[nodiscard]] std::vector<QByteArray> itemPaths() const;
     [[nodiscard]] ScanItems scanItems() const;
     void proceed();
     bool openReport();
+    bool isAllRight(const QString &problem);
+    bool startLog();
+    [[nodiscard]] QString logProblem() const;
     void ask();
     void readAnswer();
     void erase();
@@ -70,6 +75,7 @@ class EraseSession : public FolderScannerControllerDelegate,
     std::shared_ptr<FolderScannerController> scanner_ = FolderScannerController::create();
     std::shared_ptr<WipeController> wipeController_ = WipeController::create();
     std::optional<ReportFile> reportFile_;
+    LogOption log_;
     std::unique_ptr<QSocketNotifier> answerNotifier_;
     QByteArray answer_;
     QTimer bpsTimer_;

@@ -36,6 +36,8 @@ const char usage[] =
     "                          they point to\n"
     "      --json              print the outcome as JSON on standard output\n"
     "      --report FILE       write the outcome as JSON to FILE\n"
+    "      --log FILE          log the run in FILE, which is emptied first and\n"
+    "                          gets no names of files\n"
     "  -q, --quiet             print nothing but failures\n"
     "\n"
     "Exit status: 0 all erased; 1 something failed or was refused; 2 wrong usage or\n"

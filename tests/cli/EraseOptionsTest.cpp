@@ -30,6 +30,7 @@ class EraseOptionsTest : public QObject
         QVERIFY(!options.printsJson);
         QVERIFY(!options.isQuiet);
         QVERIFY(options.reportPath.isNull());
+        QVERIFY(options.logPath.isNull());
         QCOMPARE(options.paths, (Arguments{"a", "b"}));
     }
 
@@ -167,6 +168,20 @@ class EraseOptionsTest : public QObject
         QCOMPARE(options.reportPath, report);
         QVERIFY(!options.isConfirmed);
         QCOMPARE(options.paths, (Arguments{"a"}));
+    }
+
+    void theLogIsReadInEveryForm()
+    {
+        for (const Arguments &arguments :
+             {Arguments{"--log", "l", "a"}, Arguments{"--log=l", "a"}, Arguments{"a", "--log=l"}}) {
+            const EraseOptions options = parsed(arguments);
+            QCOMPARE(options.error, QString());
+            QCOMPARE(options.logPath, QByteArray("l"));
+            QVERIFY(options.reportPath.isNull());
+            QCOMPARE(options.paths, (Arguments{"a"}));
+        }
+        const QByteArray empty = parsed({"--log=", "a"}).logPath;
+        QVERIFY(empty.isEmpty() && !empty.isNull());
     }
 
     void optionsAndPathsStandInAnyOrder()

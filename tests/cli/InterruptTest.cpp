@@ -83,7 +83,9 @@ class InterruptTest : public QObject
         const ManyFiles many(prefix);
         QVERIFY(many.isMade);
         const QByteArray report = many.scratch.path("report");
-        Program program(many.scratch, {"erase", "-y", "-m6", "--report", report, many.folder});
+        const QByteArray log = many.scratch.path("log");
+        Program program(many.scratch,
+                        {"erase", "-y", "-m6", "--report", report, "--log", log, many.folder});
 
         program.start();
         QVERIFY(program.runsUntil([&many] { return many.left() <= files - 3; }));
@@ -99,6 +101,12 @@ class InterruptTest : public QObject
                                    " files\nFailed:  0\nLeft:    " + QByteArray::number(left) +
                                    " files, not touched\nFolders: 0 of 1 removed\nElapsed: ";
         QVERIFY2(outcome.output.contains(summary), outcome.output.constData());
+        const QByteArray logged = Scratch::content(log);
+        const QByteArray lastLine =
+            "Run ended: 7-Pass Schneier, " + QByteArray::number(files - left) + " files erased, " +
+            QByteArray::number((files - left) * fileSize) + " bytes, 0 failed, " +
+            QByteArray::number(left) + " not touched\n";
+        QVERIFY2(logged.endsWith(lastLine), logged.constData());
         const QJsonObject json = QJsonDocument::fromJson(Scratch::content(report)).object();
         QCOMPARE(json.value(QStringLiteral("bytes")).toObject(),
                  (QJsonObject{{QStringLiteral("found"), files * fileSize},
@@ -160,7 +168,8 @@ class InterruptTest : public QObject
         const QByteArray last = many.scratch.folder("last");
         // The same folder again and again makes a long scan of few files.
         Program::Arguments arguments(2000, many.folder);
-        arguments.insert(arguments.begin(), {"erase", "-y", "--json"});
+        const QByteArray log = many.scratch.path("log");
+        arguments.insert(arguments.begin(), {"erase", "-y", "--json", "--log", log});
         arguments.push_back(last);
         Program program(many.scratch, arguments);
 
@@ -172,6 +181,11 @@ class InterruptTest : public QObject
         QCOMPARE(outcome.exitCode, exitCode);
         QCOMPARE(outcome.errors, QByteArray("Nothing was erased.\n"));
         QCOMPARE(many.untouched(), files);
+        const QByteArray logged = Scratch::content(log);
+        QVERIFY2(logged.startsWith("[WARN]  ") &&
+                     logged.endsWith("[RunLog scanCancelled]Scan cancelled\n") &&
+                     logged.count('\n') == 1,
+                 logged.constData());
         QVERIFY(Scratch::exists(last));
         const QJsonObject folders = QJsonDocument::fromJson(outcome.output)
                                         .object()

@@ -32,7 +32,7 @@ class UsageTest : public QObject
                                           "       vantorel-cli methods [--json]\n"));
         for (const char *option : {"  -m, --method N ", "  -y, --yes ", "  -n, --dry-run ",
                                    "      --leave-link-targets\n", "      --json ",
-                                   "      --report FILE ", "  -q, --quiet "})
+                                   "      --report FILE ", "      --log FILE ", "  -q, --quiet "})
             QVERIFY2(outcome.output.contains(option), option);
         for (const QByteArray &line : outcome.output.split('\n'))
             QVERIFY2(line.size() <= 80, line.constData());

@@ -1,5 +1,6 @@
 vantorel_test(app/run/EraseRunTest LINKS vantorel_run)
 vantorel_test(app/run/FolderOrderTest LINKS vantorel_run)
+vantorel_test(app/run/RunLogTest LINKS vantorel_run)
 vantorel_test(app/run/RunTextsTest LINKS vantorel_run)
 vantorel_test(app/run/ThroughputTest LINKS vantorel_run)
 vantorel_test(app/run/UniqueMergeTest LINKS vantorel_run)

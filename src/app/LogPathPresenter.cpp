@@ -1,0 +1,117 @@
+#include "app/LogPathPresenter.h"
+
+#include "platform/BackgroundQueue.h"
+#include "platform/MainThread.h"
+#include "platform/UserDefaults.h"
+#include "support/Logger.h"
+#include "ui/DialogBoxes.h"
+#include "ui/PathField.h"
+#include "ui/PreferencesView.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QPointer>
+#include <QSettings>
+
+namespace {
+
+const QString logPathKey = QStringLiteral("logFilePath");
+
+void showFileDialog(QWidget *window, const QString &current,
+                    const std::function<void(const QString &)> &chosen)
+{
+    // The dialog would keep the folders that it showed in settings of Qt's own; there it cannot.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
+    auto *dialog = new QFileDialog(window, LogPathPresenter::tr("Choose a log file"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setOption(QFileDialog::DontConfirmOverwrite);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->selectFile(current);
+    QObject::connect(dialog, &QFileDialog::fileSelected, dialog, chosen);
+    dialog->open();
+}
+
+} // namespace
+
+LogPathPresenter::LogPathPresenter(PreferencesView *view, QObject *parent)
+    : QObject(parent), view_(view), chooser_(showFileDialog)
+{
+    connect(view_, &PreferencesView::logPathTaken, this,
+            [](const QString &path) { UserDefaults::standard().setValue(logPathKey, path); });
+    connect(view_, &PreferencesView::chooseLogClicked, this, &LogPathPresenter::choose);
+    connect(&UserDefaults::standard(), &UserDefaults::valueChanged, this,
+            [this](const QString &changed) {
+                if (changed == logPathKey)
+                    review();
+            });
+    // The first run settles which file this start logs to.
+    runEnd_ = NotificationHub::shared().observe(NotificationName::runDidEnd,
+                                                [this](const auto &) { review(); });
+    review();
+}
+
+void LogPathPresenter::review()
+{
+    const QString path = UserDefaults::standard().text(logPathKey);
+    view_->pathField()->setText(path);
+    view_->setLogRemark(QString());
+    if (path.isEmpty())
+        return;
+    check(path, [this, path, review = ++reviews_](const LogPathCheck &answer) {
+        if (review == reviews_)
+            view_->setLogRemark(remark(path, answer, countsAtOnce(path)));
+    });
+}
+
+/// A disk that does not answer must not stop the window.
+void LogPathPresenter::check(const QString &path, const Answered &answered)
+{
+    BackgroundQueue::submit(
+        [self = QPointer<LogPathPresenter>(this), bytes = QFile::encodeName(path), answered] {
+            MainThread::post([self, answered, answer = LogPathCheck::of(bytes)] {
+                if (self)
+                    answered(answer);
+            });
+        });
+}
+
+bool LogPathPresenter::countsAtOnce(const QString &path)
+{
+    const Logger &logger = Logger::shared();
+    return !logger.isSetUp() || logger.logFilePath() == QFile::encodeName(path);
+}
+
+QString LogPathPresenter::remark(const QString &path, const LogPathCheck &check, bool countsAtOnce)
+{
+    if (path.isEmpty())
+        return {};
+    if (!check.isWritable())
+        return check.sentence();
+    return countsAtOnce ? tr("holds no names of erased files")
+                        : tr("holds no names of erased files; counts from the next start");
+}
+
+void LogPathPresenter::choose()
+{
+    chooser_(view_->window(), UserDefaults::standard().text(logPathKey),
+             [self = QPointer<LogPathPresenter>(this)](const QString &path) {
+                 if (self)
+                     self->take(path);
+             });
+}
+
+/// The file that is logged to already is nobody else's.
+void LogPathPresenter::take(const QString &path)
+{
+    check(path, [path](const LogPathCheck &answer) {
+        UserDefaults &defaults = UserDefaults::standard();
+        const bool isOther = path != defaults.text(logPathKey);
+        if (answer.answer == LogPathCheck::Answer::Existing && isOther &&
+            !DialogBoxes::alertBoxYesNo(
+                tr("Use this file for the log?"),
+                tr("%1\n\nis there already. It is emptied when the log begins.").arg(path), false))
+            return;
+        defaults.setValue(logPathKey, path);
+    });
+}

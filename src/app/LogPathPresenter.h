@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/NotificationHub.h"
+#include "support/LogPathCheck.h"
+
+#include <QObject>
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+
+class PreferencesView;
+class QWidget;
+
+/// The preference that names the log file: shows it, says beside it whether a log can be written
+/// there and from when on it counts, and lets the user choose another. Nothing of it makes, opens
+/// or empties a file.
+///
+/// Thread:       main; the disk is asked on a pool thread
+/// Holds weakly: the view, which outlives it
+class LogPathPresenter : public QObject
+{
+    Q_OBJECT
+
+  public:
+    /// Lets the user name a file; calls `chosen` with an absolute path, or not at all.
+    using Chooser = std::function<void(QWidget *window, const QString &current,
+                                       const std::function<void(const QString &)> &chosen)>;
+
+    LogPathPresenter(PreferencesView *view, QObject *parent);
+
+    void setChooser(Chooser chooser) { chooser_ = std::move(chooser); }
+
+    /// What is said of a path. Pure.
+    static QString remark(const QString &path, const LogPathCheck &check, bool countsAtOnce);
+
+  private:
+    using Answered = std::function<void(const LogPathCheck &)>;
+
+    void choose();
+    void take(const QString &path);
+    void review();
+    void check(const QString &path, const Answered &answered);
+    [[nodiscard]] static bool countsAtOnce(const QString &path);
+
+    PreferencesView *view_;
+    Chooser chooser_;
+    NotificationHub::Token runEnd_;
+    std::uint64_t reviews_ = 0;
+};

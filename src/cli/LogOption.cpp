@@ -1,0 +1,69 @@
+#include "cli/LogOption.h"
+
+#include "cli/ReportFile.h"
+#include "engine/ProtectedPlaces.h"
+#include "platform/PathBytes.h"
+#include "support/LogPathCheck.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace {
+
+/// By whatever names and links.
+bool isSameFile(const QByteArray &one, const QByteArray &other)
+{
+    std::error_code error;
+    return one == other ||
+           std::filesystem::equivalent(one.toStdString(), other.toStdString(), error);
+}
+
+QString wouldBeErased()
+{
+    return QStringLiteral("The log is among what is to be erased");
+}
+
+} // namespace
+
+LogOption::LogOption(const QByteArray &path, const QByteArray &startFolder)
+    : given_(path), path_(PathBytes::absolute(path, startFolder))
+{
+    // Which absolute() takes away, and which says that a folder is meant.
+    if (path.endsWith('/') && !path_.endsWith('/'))
+        path_ += '/';
+}
+
+QString LogOption::problem(const std::vector<QByteArray> &items, const QByteArray &report) const
+{
+    const QString sentence = LogPathCheck::of(path_).sentence();
+    if (!sentence.isEmpty())
+        return line(sentence);
+    if (!report.isEmpty() && isSameFile(path_, report))
+        return line(QStringLiteral("The log and the report cannot be one file"));
+    for (const QByteArray &item : items) {
+        if (isSameFile(path_, item))
+            return line(wouldBeErased());
+        if (ProtectedPlaces::refusal(item).isNull() && ReportFile(path_).liesIn(item))
+            return line(QStringLiteral("The log would stand in a folder to be erased"));
+    }
+    return {};
+}
+
+QString LogOption::problem(const EraseRun &run) const
+{
+    for (const QueueArray::Item &item : run.queueArray()->items()) {
+        const ScanFacts &facts = item->scanFacts();
+        // A folder that is mounted twice shows the same name in both.
+        const bool mayBeTheLog = facts.isLink || facts.hasOtherNames ||
+                                 item->filename() == PathBytes::lastComponent(path_);
+        if (mayBeTheLog && isSameFile(path_, item->fullpath()))
+            return line(wouldBeErased());
+    }
+    return {};
+}
+
+QString LogOption::line(const QString &text) const
+{
+    const QString shown = given_.isEmpty() ? QStringLiteral("\"\"") : PathBytes::printable(given_);
+    return shown + QStringLiteral(": ") + text;
+}

@@ -1,0 +1,191 @@
+#include "app/LogPathPresenter.h"
+
+#include "kit/Scratch.h"
+#include "platform/UserDefaults.h"
+#include "ui/PathField.h"
+#include "ui/PreferencesView.h"
+#include "ui/RunningDialog.h"
+#include "ui/TextLabel.h"
+#include "ui/ThemedPreferences.h"
+
+#include <QFileDialog>
+#include <QTest>
+
+#include <optional>
+
+namespace {
+
+const QString key = QStringLiteral("logFilePath");
+const QString atOnce = QStringLiteral("holds no names of erased files");
+
+} // namespace
+
+class LogPathPresenterTest : public QObject
+{
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void theRemarkSaysWhatAPathIsGoodFor_data();
+    void theRemarkSaysWhatAPathIsGoodFor();
+    void aTypedPathIsStoredAndLookedAt();
+    void lookingMakesAndEmptiesNothing();
+    void theLatestPathIsTheOneThatIsSpokenOf();
+    void aNewFileIsTakenWithoutAQuestion();
+    void anExistingFileIsTakenOnlyWithAYes_data();
+    void anExistingFileIsTakenOnlyWithAYes();
+    void theFileDialogRemembersNothing();
+
+  private:
+    [[nodiscard]] QString stored() const { return UserDefaults::standard().text(key); }
+    [[nodiscard]] QString remark() const { return view_->logRemark()->text(); }
+    [[nodiscard]] QString path(const char *name) const
+    {
+        return QFile::decodeName(scratch_->path(name));
+    }
+    void choose(const QString &path)
+    {
+        presenter_->setChooser(
+            [path](QWidget *, const QString &, const auto &chosen) { chosen(path); });
+        Q_EMIT view_->chooseLogClicked();
+    }
+
+    Scratch settings_;
+    std::optional<ThemedPreferences> preferences_;
+    std::optional<Scratch> scratch_;
+    std::optional<PreferencesView> view_;
+    std::optional<LogPathPresenter> presenter_;
+};
+
+void LogPathPresenterTest::initTestCase()
+{
+    // Looked up once, with the first settings of the process.
+    qputenv("XDG_CONFIG_HOME", settings_.path());
+}
+
+void LogPathPresenterTest::init()
+{
+    preferences_.emplace();
+    scratch_.emplace();
+    view_.emplace();
+    presenter_.emplace(&*view_, nullptr);
+}
+
+void LogPathPresenterTest::cleanup()
+{
+    presenter_.reset();
+    view_.reset();
+    scratch_.reset();
+    preferences_.reset();
+}
+
+void LogPathPresenterTest::theRemarkSaysWhatAPathIsGoodFor_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("countsAtOnce");
+    QTest::addColumn<QString>("remark");
+    using Answer = LogPathCheck::Answer;
+    QTest::newRow("no path") << QString() << int(Answer::NoPath) << true << QString();
+    QTest::newRow("a new file") << QStringLiteral("/a") << int(Answer::Free) << true << atOnce;
+    QTest::newRow("later") << QStringLiteral("/a") << int(Answer::Free) << false
+                           << atOnce + QStringLiteral("; counts from the next start");
+    QTest::newRow("a file") << QStringLiteral("/a") << int(Answer::Existing) << true << atOnce;
+    QTest::newRow("a folder") << QStringLiteral("/a") << int(Answer::Folder) << true
+                              << LogPathCheck{Answer::Folder, 0}.sentence();
+}
+
+void LogPathPresenterTest::theRemarkSaysWhatAPathIsGoodFor()
+{
+    QFETCH(QString, path);
+    QFETCH(int, answer);
+    QFETCH(bool, countsAtOnce);
+    QTEST(LogPathPresenter::remark(path, {LogPathCheck::Answer(answer), 0}, countsAtOnce),
+          "remark");
+}
+
+void LogPathPresenterTest::aTypedPathIsStoredAndLookedAt()
+{
+    QCOMPARE(remark(), QString());
+    Q_EMIT view_->logPathTaken(path("log"));
+    QCOMPARE(stored(), path("log"));
+    QCOMPARE(view_->pathField()->text(), path("log"));
+    QTRY_COMPARE(remark(), atOnce);
+    Q_EMIT view_->logPathTaken(path("no folder/log"));
+    QTRY_COMPARE(remark(), LogPathCheck::of(QFile::encodeName(path("no folder/log"))).sentence());
+    Q_EMIT view_->logPathTaken(QString());
+    QCOMPARE(remark(), QString());
+}
+
+void LogPathPresenterTest::lookingMakesAndEmptiesNothing()
+{
+    const QByteArray file = scratch_->file("log", QByteArray("content"));
+    Q_EMIT view_->logPathTaken(path("log"));
+    QTRY_COMPARE(remark(), atOnce);
+    QCOMPARE(Scratch::content(file), QByteArray("content"));
+    Q_EMIT view_->logPathTaken(path("other"));
+    QCOMPARE(remark(), QString());
+    QTRY_COMPARE(remark(), atOnce);
+    QVERIFY(!Scratch::exists(scratch_->path("other")));
+}
+
+void LogPathPresenterTest::theLatestPathIsTheOneThatIsSpokenOf()
+{
+    for (int time = 0; time < 20; ++time)
+        Q_EMIT view_->logPathTaken(path("log"));
+    Q_EMIT view_->logPathTaken(QFile::decodeName(scratch_->path()));
+    const QString sentence = LogPathCheck::of(scratch_->path()).sentence();
+    QTRY_COMPARE(remark(), sentence);
+    QTest::qWait(20);
+    QCOMPARE(remark(), sentence);
+}
+
+void LogPathPresenterTest::aNewFileIsTakenWithoutAQuestion()
+{
+    const DialogBox::Answers answers({});
+    choose(path("log"));
+    QTRY_COMPARE(stored(), path("log"));
+    QVERIFY(answers.asked().empty());
+}
+
+void LogPathPresenterTest::anExistingFileIsTakenOnlyWithAYes_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("isTaken");
+    QTest::newRow("Yes") << int(DialogGeometry::FirstButton) << true;
+    QTest::newRow("No") << int(DialogGeometry::SecondButton) << false;
+    QTest::newRow("Escape") << int(DialogGeometry::Cancelled) << false;
+}
+
+void LogPathPresenterTest::anExistingFileIsTakenOnlyWithAYes()
+{
+    QFETCH(int, answer);
+    QFETCH(bool, isTaken);
+    const QByteArray file = scratch_->file("log", QByteArray("content"));
+    const DialogBox::Answers answers({answer});
+    choose(path("log"));
+    QTRY_COMPARE(answers.asked().size(), std::size_t(1));
+    QVERIFY(answers.asked()[0].info.contains(path("log")));
+    QCOMPARE(answers.asked()[0].activeButton, 2);
+    QTRY_COMPARE(stored(), isTaken ? path("log") : QString());
+    QCOMPARE(Scratch::content(file), QByteArray("content"));
+}
+
+void LogPathPresenterTest::theFileDialogRemembersNothing()
+{
+    Q_EMIT view_->chooseLogClicked();
+    auto *dialog = view_->findChild<QFileDialog *>();
+    QVERIFY(dialog);
+    dialog->setDirectory(QFile::decodeName(scratch_->path()));
+    dialog->selectFile(path("log"));
+    QMetaObject::invokeMethod(dialog, "accept");
+    QTRY_COMPARE(stored(), path("log"));
+    QTRY_VERIFY(!view_->findChild<QFileDialog *>());
+    QVERIFY(!Scratch::exists(settings_.path("QtProject.conf")));
+}
+
+QTEST_MAIN(LogPathPresenterTest)
+#include "LogPathPresenterTest.moc"
