@@ -12,8 +12,9 @@ build_needs=(
     "cmake cmake"         # configures from CMakePresets.json
     "ninja-build ninja"   # the presets' generator
     "g++ g++"             # C++20, with the sanitizers' libraries
-    "qt6-base-dev qmake6" # Qt Core, Gui, Widgets, D-Bus; Qt Test for the tests
+    "qt6-base-dev qmake6" # Qt Core, Gui, Network, Widgets, D-Bus; Qt Test for the tests
     "qt6-svg-dev qmake6"  # the drawings
+    "libssl-dev openssl"  # signatures of updates
     "libxcb1-dev xcb-proto" # whether a compositing manager runs
     "fonts-inter fc-list" # the window's look where the desktop brings no font of its own
     "qt6-qpa-plugins qmake6" # Qt on X11

@@ -6,7 +6,10 @@
 #include "app/MainVC.h"
 #include "app/PreferencesPresenter.h"
 #include "app/Termination.h"
+#include "app/UpdatePresenter.h"
+#include "app/update/UpdateSettings.h"
 #include "platform/ApplicationService.h"
+#include "platform/FileManager.h"
 #include "platform/ProcessEnd.h"
 #include "platform/SessionBus.h"
 #include "platform/ShutdownDelay.h"
@@ -34,6 +37,7 @@ struct MainInterface::Parts
     MainLayout layout;
     std::shared_ptr<MainVC> workflow;
     std::unique_ptr<PreferencesPresenter> preferences;
+    std::unique_ptr<UpdatePresenter> updates;
     std::unique_ptr<MainMenuController> menu;
     std::unique_ptr<Termination> termination;
     std::unique_ptr<ShutdownDelay> shutdownDelay;
@@ -41,6 +45,7 @@ struct MainInterface::Parts
     std::vector<NotificationHub::Token> runObservers;
 
     [[nodiscard]] MainSurroundings surroundings();
+    void makeUpdates();
     void makeTermination(ApplicationService &service);
     void connectSystem();
     void connectViews();
@@ -60,6 +65,7 @@ MainInterface::MainInterface(AppDelegate &delegate, ApplicationService &service,
     parts.connectViews();
     parts.connectPreferences();
     parts.connectWindow();
+    parts.makeUpdates();
     parts.makeTermination(service);
     parts.connectSystem();
     delegate.setWindow(&parts.layout.window);
@@ -72,7 +78,24 @@ MainSurroundings MainInterface::Parts::surroundings()
 {
     MainSurroundings own = MainSurroundings::ofTheDesktop();
     own.terminate = [this] { termination->leave(); };
+    own.setUpUpdater = [this](const std::weak_ptr<UpdaterDelegate> &delegate) {
+        UpdateSettings::setSparkleSettings(&updates->updater(), delegate);
+        UpdateSettings::followCheckForUpdates(&updates->updater());
+    };
     return own;
+}
+
+void MainInterface::Parts::makeUpdates()
+{
+    MainVC *vc = workflow.get();
+    const auto isBusy = [vc] {
+        return vc->isBusyWiping() || vc->isScanningFiles() || QApplication::activeModalWidget();
+    };
+    const auto reveal = [](const FileUrl &file) { FileManager::showItems({file}, {}); };
+    updates = std::make_unique<UpdatePresenter>(Updater::Settings::ofThisBuild(), isBusy, reveal);
+    layout.outlets.viewPreferences->setChecksForUpdates(updates->updater().isConfigured());
+    QObject::connect(layout.window.mainMenu()->checkForUpdates(), &QAction::triggered,
+                     updates.get(), [this] { updates->updater().checkForUpdates(); });
 }
 
 void MainInterface::Parts::makeTermination(ApplicationService &service)

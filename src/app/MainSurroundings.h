@@ -8,9 +8,11 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <vector>
 
 class QWidget;
+class UpdaterDelegate;
 
 /// What the workflow needs of the world around it: time, the desktop, and dialogs.
 ///
@@ -36,7 +38,9 @@ struct MainSurroundings
     std::function<void(const std::vector<FileUrl> &urls, Problem failed)> activateFileViewer;
     std::function<bool()> isDialogOpen;
     Call terminate; ///< the application
+    /// Makes this the updater's delegate, and lets it check as the preferences say.
+    std::function<void(const std::weak_ptr<UpdaterDelegate> &)> setUpUpdater;
 
-    /// The real ones, but for `terminate`, which is the caller's to set.
+    /// The real ones, but for `terminate` and `setUpUpdater`, which are the caller's to set.
     static MainSurroundings ofTheDesktop();
 };

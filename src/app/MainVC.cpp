@@ -4,6 +4,7 @@
 #include "app/Presenters.h"
 #include "app/ViewTexts.h"
 #include "app/run/RunLog.h"
+#include "app/update/UpdateSettings.h"
 #include "engine/WipeSchedule.h"
 #include "platform/PathBytes.h"
 #include "platform/SystemLog.h"
@@ -124,6 +125,18 @@ void MainVC::initControllers()
 void MainVC::applicationDidStartGUI()
 {
     showInitialView();
+    setSparkleSettings();
+}
+
+void MainVC::setSparkleSettings()
+{
+    surroundings_.setUpUpdater(weak_from_this());
+}
+
+std::optional<AppcastItem> MainVC::bestValidUpdateInAppcast(const Appcast &appcast,
+                                                            const Updater *forUpdater)
+{
+    return UpdateSettings::bestValidUpdateInAppcast(appcast, forUpdater);
 }
 
 void MainVC::showInitialView()

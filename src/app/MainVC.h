@@ -5,6 +5,7 @@
 #include "app/MainOutlets.h"
 #include "app/MainSurroundings.h"
 #include "app/run/EraseRun.h"
+#include "app/update/UpdaterDelegate.h"
 #include "engine/WipeController.h"
 #include "engine/WipeDescriptionController.h"
 #include "platform/NotificationHub.h"
@@ -16,6 +17,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 class ContentView;
@@ -37,6 +39,7 @@ class MainVC : public FolderScannerControllerDelegate,
                public WipeControllerDelegate,
                public ViewAnimatorDelegate,
                public QueueStatsObjectDelegate,
+               public UpdaterDelegate,
                public std::enable_shared_from_this<MainVC>
 {
     struct Private
@@ -58,6 +61,9 @@ class MainVC : public FolderScannerControllerDelegate,
     void initControllers();
     void applicationDidStartGUI();
     void showInitialView();
+    void setSparkleSettings();
+    std::optional<AppcastItem> bestValidUpdateInAppcast(const Appcast &appcast,
+                                                        const Updater *forUpdater) override;
 
     // Entry of files
     void folderScanUrlsSelector(const NotificationHub::Notification &notification);
@@ -142,6 +148,7 @@ class MainVC : public FolderScannerControllerDelegate,
     }
     [[nodiscard]] bool answers(WipeControllerDelegate::Call) const override { return true; }
     [[nodiscard]] bool answers(ViewAnimatorDelegate::Call) const override { return true; }
+    [[nodiscard]] bool answers(UpdaterDelegate::Call) const override { return true; }
     /// Nobody here asks for the run status.
     [[nodiscard]] bool answers(QueueStatsObjectDelegate::Call) const override { return false; }
 

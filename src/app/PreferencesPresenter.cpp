@@ -12,7 +12,6 @@
 #include "ui/ThemeKeys.h"
 #include "ui/ValueTransformers.h"
 
-
 namespace {
 
 const QString methodKey = QStringLiteral("WipeMethod");

@@ -498,12 +498,14 @@ int DialogBox::runModal()
     return *response_;
 }
 
-/// What the dialog lies over: the dialog that is open already, else the reference window. Null for
-/// a window that is not to be seen, with which the dialog would be out of sight, too.
+/// What the dialog lies over: the dialog that is open already, else the reference window, or the
+/// active one where that is not to be seen: the dialog would be out of sight with it.
 QWidget *DialogBox::windowBelow() const
 {
     QWidget *modal = QApplication::activeModalWidget();
     QWidget *below = modal ? modal : referenceWindow();
+    if (!isSeen(below))
+        below = QApplication::activeWindow();
     return isSeen(below) && below != this ? below : nullptr;
 }
 

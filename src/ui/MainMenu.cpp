@@ -77,6 +77,7 @@ void MainMenu::addWindowGroup()
 void MainMenu::addHelpGroup()
 {
     contactTheMakers_ = add(tr("C&ontact the Makers"));
+    checkForUpdates_ = add(tr("Check for &Updates\u2026"));
     aboutVantorel_ = add(tr("A&bout Vantorel"), {Qt::Key_F1}, Qt::ApplicationShortcut);
 }
 

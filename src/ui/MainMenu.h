@@ -30,6 +30,7 @@ class MainMenu : public QMenu
     [[nodiscard]] QAction *minimise() const { return minimise_; }
     [[nodiscard]] QAction *closeWindow() const { return closeWindow_; }
     [[nodiscard]] QAction *contactTheMakers() const { return contactTheMakers_; }
+    [[nodiscard]] QAction *checkForUpdates() const { return checkForUpdates_; }
     [[nodiscard]] QAction *aboutVantorel() const { return aboutVantorel_; }
     [[nodiscard]] QAction *quit() const { return quit_; }
 
@@ -60,6 +61,7 @@ class MainMenu : public QMenu
     QAction *minimise_ = nullptr;
     QAction *closeWindow_ = nullptr;
     QAction *contactTheMakers_ = nullptr;
+    QAction *checkForUpdates_ = nullptr;
     QAction *aboutVantorel_ = nullptr;
     QAction *quit_ = nullptr;
 };

@@ -118,6 +118,14 @@ void PreferencesView::setThemeEnabled(bool isEnabled)
     themeSegments_->setEnabled(isEnabled);
 }
 
+void PreferencesView::setChecksForUpdates(bool checks)
+{
+    for (SwitchButton *button : {checkForUpdates_, betaReleases_, alphaReleases_})
+        button->setEnabled(checks);
+    groups_[1]->rows().front()->setRemark(checks ? QString()
+                                                 : tr("this build does not check for updates"));
+}
+
 void PreferencesView::setLogRemark(const QString &remark)
 {
     logRemark_->setText(remark);

@@ -44,6 +44,8 @@ class PreferencesView : public ContentView
     void setThemeRemark(const QString &remark);
     void setThemeEnabled(bool isEnabled);
     void setLogRemark(const QString &remark);
+    /// Whether this build checks for updates at all; where it does not, it says so.
+    void setChecksForUpdates(bool checks);
     void setVersionText(const QString &text);
 
     [[nodiscard]] QWidget *firstFocus() const override;

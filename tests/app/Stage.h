@@ -129,6 +129,7 @@ class Stage
     MainSurroundings::Problem revealFailed;
     bool isDialogOpen = false;
     int terminations = 0;
+    std::vector<std::weak_ptr<UpdaterDelegate>> updaterDelegates;
     std::shared_ptr<MainVC> vc;
 
   private:
@@ -160,6 +161,9 @@ class Stage
         };
         own.isDialogOpen = [this] { return isDialogOpen; };
         own.terminate = [this] { ++terminations; };
+        own.setUpUpdater = [this](const std::weak_ptr<UpdaterDelegate> &delegate) {
+            updaterDelegates.push_back(delegate);
+        };
         return own;
     }
 };

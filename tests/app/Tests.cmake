@@ -20,3 +20,6 @@ vantorel_test(app/MainVCStopTest GUI LINKS vantorel_app)
 vantorel_test(app/OutsideEntriesTest GUI LINKS vantorel_app)
 vantorel_test(app/LogPathPresenterTest GUI LINKS vantorel_app)
 vantorel_test(app/MainVCLogTest GUI LINKS vantorel_app)
+# As the updater's own.
+vantorel_test(app/UpdatePresenterTest GUI LINKS vantorel_app Qt6::Network OpenSSL::Crypto)
+set_target_properties(app_UpdatePresenterTest PROPERTIES DISABLE_PRECOMPILE_HEADERS ON)

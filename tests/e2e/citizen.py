@@ -236,7 +236,7 @@ class Citizen(Scene):
             window.says("Drag your files and folders here")
             key("alt+h")
             time.sleep(0.5)
-            key("Down", "Return")
+            key("Down", "Down", "Return")
             window.says("Overwrites files in place")
             window.says("Contact the Makers")
             key("Escape")

@@ -57,6 +57,7 @@ void MainMenuTest::theEntriesStandInTheirGroups()
         QStringLiteral("Close Window"),
         QStringLiteral("-"),
         QStringLiteral("Contact the Makers"),
+        QStringLiteral("Check for Updates\u2026"),
         QStringLiteral("About Vantorel"),
         QStringLiteral("-"),
         QStringLiteral("Quit"),
@@ -108,7 +109,7 @@ void MainMenuTest::rowsAndGroupsHaveTheirHeights()
     menu.popup({0, 0});
     // A wide font may need more.
     QVERIFY(menu.width() >= 280);
-    QCOMPARE(menu.height(), 12 * 28 + 4 * 9 + 2 * 6);
+    QCOMPARE(menu.height(), 13 * 28 + 4 * 9 + 2 * 6);
     QCOMPARE(menu.actionGeometry(menu.addFilesAndFolders()).top(), 6);
     QCOMPARE(menu.actionGeometry(menu.addFilesAndFolders()).size(), QSize(menu.width(), 28));
     QCOMPARE(menu.actionGeometry(menu.copy()).top(), 6 + 2 * 28 + 9);

@@ -1,0 +1,143 @@
+#include "app/update/Transfer.h"
+
+#include "app/update/UpdateAddress.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+
+#include <utility>
+
+namespace {
+
+constexpr qint64 bufferSize = 256 * 1024;
+constexpr int mostRedirections = 5;
+constexpr int ok = 200; // RFC 9110, section 15
+constexpr int firstError = 400;
+
+QNetworkRequest requestFor(const QUrl &url, const QByteArray &agent)
+{
+    QNetworkRequest request(url);
+    request.setRawHeader("User-Agent", agent);
+    request.setRawHeader("Accept-Encoding", "identity");
+    // Qt loses its way when one redirection leads to the next, so they are followed here.
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                         QNetworkRequest::ManualRedirectPolicy);
+    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::CacheLoadControlAttribute,
+                         QNetworkRequest::AlwaysNetwork);
+    request.setAttribute(QNetworkRequest::CacheSaveControlAttribute, false);
+    // A single file gains nothing from it.
+    request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    return request;
+}
+
+} // namespace
+
+Transfer::Transfer(QNetworkAccessManager &network, Request request, Take take, Ended ended)
+    : network_(network), request_(std::move(request)), take_(std::move(take)),
+      ended_(std::move(ended))
+{
+    for (QTimer *timer : {&silence_, &whole_}) {
+        timer->setSingleShot(true);
+        connect(timer, &QTimer::timeout, this, [this] { end(End::TooSlow); });
+    }
+    if (!UpdateAddress::isAllowed(request_.url, request_.feed)) {
+        QTimer::singleShot(0, this, [this] { end(End::UnsafeAddress); });
+        return;
+    }
+    if (request_.whole.count() > 0)
+        whole_.start(request_.whole);
+    ask(request_.url);
+}
+
+Transfer::~Transfer()
+{
+    release();
+}
+
+void Transfer::ask(const QUrl &url)
+{
+    reply_ = network_.get(requestFor(url, request_.agent));
+    reply_->setReadBufferSize(bufferSize);
+    connect(reply_, &QNetworkReply::metaDataChanged, this, &Transfer::look);
+    connect(reply_, &QNetworkReply::readyRead, this, &Transfer::read);
+    connect(reply_, &QNetworkReply::finished, this, &Transfer::finished);
+    silence_.start(request_.silence);
+}
+
+int Transfer::status() const
+{
+    return reply_->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+}
+
+void Transfer::look()
+{
+    const QVariant target = reply_->attribute(QNetworkRequest::RedirectionTargetAttribute);
+    if (target.isValid())
+        follow(reply_->url().resolved(target.toUrl()));
+    else if (status() == ok &&
+             reply_->header(QNetworkRequest::ContentLengthHeader).toLongLong() > request_.largest)
+        end(End::TooLarge);
+}
+
+void Transfer::follow(const QUrl &url)
+{
+    if (!UpdateAddress::isAllowed(url, request_.feed)) {
+        end(End::UnsafeAddress);
+    } else if (++redirections_ > mostRedirections) {
+        end(End::Refused);
+    } else {
+        letGo();
+        ask(url);
+    }
+}
+
+void Transfer::read()
+{
+    while (reply_ && status() == ok && reply_->bytesAvailable() > 0) {
+        silence_.start(request_.silence);
+        const QByteArray piece = reply_->read(bufferSize);
+        received_ += piece.size();
+        if (received_ > request_.largest)
+            end(End::TooLarge);
+        else if (!take_(piece))
+            end(End::Stopped);
+    }
+}
+
+void Transfer::finished()
+{
+    read();
+    if (!reply_)
+        return;
+    const bool isWhole = reply_->error() == QNetworkReply::NoError;
+    if (isWhole && status() == ok)
+        end(End::Done);
+    else
+        end(isWhole || status() >= firstError ? End::Refused : End::Unreachable);
+}
+
+void Transfer::end(End end)
+{
+    release();
+    if (const Ended ended = std::exchange(ended_, nullptr))
+        ended(end);
+}
+
+void Transfer::release()
+{
+    silence_.stop();
+    whole_.stop();
+    if (reply_)
+        letGo();
+}
+
+void Transfer::letGo()
+{
+    QNetworkReply *const reply = std::exchange(reply_, nullptr);
+    reply->disconnect(this);
+    reply->abort();
+    reply->deleteLater();
+}

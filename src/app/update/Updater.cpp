@@ -1,0 +1,290 @@
+#include "app/update/Updater.h"
+
+#include "app/update/UpdateAddress.h"
+#include "app/update/UpdateSettings.h"
+#include "platform/BackgroundQueue.h"
+#include "platform/MainThread.h"
+#include "platform/OptionalDelegate.h"
+
+#include <QDateTime>
+#include <QFile>
+#include <QNetworkAccessManager>
+#include <QPointer>
+#include <QStandardPaths>
+#include <QSysInfo>
+
+#include <utility>
+
+namespace {
+
+constexpr std::int64_t day = 24 * 60 * 60; // seconds
+
+template <class Call, class... Arguments>
+void callIfThere(const Call &call, const Arguments &...arguments)
+{
+    if (call)
+        call(arguments...);
+}
+
+QString versionText(const AppcastItem &item)
+{
+    const auto version = UpdateChoice::version(item.property(AppcastItem::versionKey));
+    return version ? version->toString() : QString();
+}
+
+UpdateOffer offerOf(const AppcastItem &item, bool wasAskedFor)
+{
+    const QString date = item.property(AppcastItem::dateKey);
+    return {versionText(item), QDateTime::fromString(date, Qt::RFC2822Date).date(),
+            UpdateTexts::plainNotes(item.property(AppcastItem::descriptionKey)),
+            item.enclosure.length, wasAskedFor};
+}
+
+} // namespace
+
+Updater::Settings Updater::Settings::ofThisBuild()
+{
+    Settings settings;
+    settings.feed = QUrl(QStringLiteral(VANTOREL_FEED_URL), QUrl::StrictMode);
+    settings.key = QByteArrayLiteral(VANTOREL_UPDATE_KEY);
+    settings.version = QStringLiteral(VANTOREL_VERSION);
+    settings.operatingSystem = QSysInfo::kernelType();
+    settings.system = QVersionNumber::fromString(QSysInfo::kernelVersion());
+    settings.downloadFolder =
+        QFile::encodeName(QStandardPaths::writableLocation(QStandardPaths::DownloadLocation));
+    settings.currentTimestamp = [] { return std::int64_t(QDateTime::currentSecsSinceEpoch()); };
+    return settings;
+}
+
+bool Updater::Settings::areComplete() const
+{
+    return UpdateAddress::isFeedAllowed(feed) && Ed25519::PublicKey::fromBase64(key);
+}
+
+Updater::Updater(Settings settings, UpdaterInterface interface)
+    : settings_(std::move(settings)), interface_(std::move(interface))
+{
+    connect(&clock_, &QTimer::timeout, this, [this] { checkIfDue(); });
+}
+
+Updater::~Updater() = default;
+
+void Updater::setAutomaticallyChecksForUpdates(bool isOn)
+{
+    if (!isOn || !isConfigured()) {
+        clock_.stop();
+        return;
+    }
+    clock_.start(settings_.clockInterval);
+    checkIfDue();
+}
+
+/// A clock that was set back must not put the next check off for long.
+void Updater::checkIfDue()
+{
+    const std::int64_t now = settings_.currentTimestamp();
+    const bool isDue = !lastCheck_ || now - *lastCheck_ >= day || now < *lastCheck_;
+    if (!isDue || state_ != State::Idle)
+        return;
+    wasAskedFor_ = false;
+    fetchFeed();
+}
+
+void Updater::checkForUpdates()
+{
+    if (!isConfigured()) {
+        later([this] { say(UpdateOutcome::NotConfigured); });
+        return;
+    }
+    wasAskedFor_ = true;
+    if (state_ == State::Idle)
+        fetchFeed();
+    else if (state_ == State::Offering)
+        later([this] { tellOffer(); });
+    else if (state_ == State::Downloading)
+        later([this] { say(UpdateOutcome::Downloading); });
+}
+
+void Updater::fetchFeed()
+{
+    state_ = State::Checking;
+    lastCheck_ = settings_.currentTimestamp();
+    if (!network_)
+        network_ = std::make_unique<QNetworkAccessManager>();
+    feed_.clear();
+    Transfer::Request request;
+    request.url = settings_.feed;
+    request.feed = settings_.feed;
+    request.agent = agent();
+    request.largest = settings_.largestFeed;
+    request.silence = settings_.feedSilence;
+    request.whole = settings_.feedWhole;
+    transfer_ = std::make_unique<Transfer>(
+        *network_, request,
+        [this](const QByteArray &piece) {
+            feed_ += piece;
+            return true;
+        },
+        [this](Transfer::End end) { feedEnded(end); });
+}
+
+/// The list is read on another thread, since an ill-meant one can take seconds.
+void Updater::feedEnded(Transfer::End end)
+{
+    if (end != Transfer::End::Done) {
+        later(
+            [this, end] { checkEnded(UpdateDownload::outcomeOf(end, UpdateOutcome::Unreadable)); });
+        return;
+    }
+    BackgroundQueue::submit([self = QPointer(this), feed = std::exchange(feed_, {})] {
+        auto appcast = std::make_shared<std::optional<Appcast>>(Appcast::read(feed));
+        MainThread::post([self, appcast] {
+            if (self)
+                self->choose(*appcast);
+        });
+    });
+}
+
+void Updater::choose(const std::optional<Appcast> &appcast)
+{
+    if (!appcast) {
+        checkEnded(UpdateOutcome::Unreadable);
+        return;
+    }
+    const std::optional<AppcastItem> item = chosen(*appcast);
+    switch (UpdateChoice::judge(item, facts())) {
+    case UpdateChoice::Verdict::Offer:
+        offer(*item);
+        break;
+    case UpdateChoice::Verdict::NotNewer:
+        checkEnded(UpdateOutcome::NoNewerVersion);
+        break;
+    case UpdateChoice::Verdict::OtherSystem:
+        checkEnded(UpdateOutcome::OtherSystem);
+        break;
+    case UpdateChoice::Verdict::Unusable:
+        checkEnded(UpdateOutcome::Unreadable);
+        break;
+    }
+}
+
+std::optional<AppcastItem> Updater::chosen(const Appcast &appcast) const
+{
+    if (!OptionalDelegate::answers(delegate_, UpdaterDelegate::Call::bestValidUpdateInAppcast))
+        return std::nullopt;
+    return delegate_.lock()->bestValidUpdateInAppcast(appcast, this);
+}
+
+UpdateChoice::Facts Updater::facts() const
+{
+    return {QVersionNumber::fromString(settings_.version), settings_.operatingSystem,
+            settings_.system, settings_.feed, settings_.largestFile};
+}
+
+void Updater::offer(const AppcastItem &item)
+{
+    const bool isSkipped = UpdateSettings::skippedVersion() == versionText(item);
+    if (!interface_.offer || (isSkipped && !wasAskedFor_)) {
+        state_ = State::Idle;
+        return;
+    }
+    state_ = State::Offering;
+    item_ = item;
+    tellOffer();
+}
+
+void Updater::tellOffer()
+{
+    interface_.offer(offerOf(item_, wasAskedFor_),
+                     [self = QPointer(this), round = ++round_](UpdaterInterface::Answer answer) {
+                         if (self)
+                             self->answered(round, answer);
+                     });
+}
+
+void Updater::answered(int round, UpdaterInterface::Answer answer)
+{
+    if (state_ != State::Offering || round != round_)
+        return;
+    state_ = State::Idle;
+    if (answer == UpdaterInterface::Answer::SkipThisVersion)
+        UpdateSettings::setSkippedVersion(versionText(item_));
+    else if (answer == UpdaterInterface::Answer::Download)
+        download();
+}
+
+void Updater::download()
+{
+    state_ = State::Downloading;
+    later([this] { callIfThere(interface_.downloadStarted, offerOf(item_, wasAskedFor_)); });
+    UpdateDownload::Listener listener;
+    listener.progress = [this](std::int64_t received, std::int64_t total) {
+        later([this, received, total] { callIfThere(interface_.progress, received, total); });
+    };
+    listener.ended = [this](const UpdateDownload::Result &result) { downloadEnded(result); };
+    download_ = std::make_unique<UpdateDownload>(*network_, plan(), std::move(listener));
+}
+
+UpdateDownload::Plan Updater::plan() const
+{
+    UpdateDownload::Plan plan{
+        Transfer::Request(),
+        item_.enclosure.signature,
+        *Ed25519::PublicKey::fromBase64(settings_.key),
+        settings_.downloadFolder,
+        UpdateChoice::fileStem(QVersionNumber::fromString(versionText(item_))),
+        UpdateChoice::fileExtension(item_.enclosure.type)};
+    plan.request.url = item_.enclosure.url;
+    plan.request.feed = settings_.feed;
+    plan.request.agent = agent();
+    plan.request.largest = item_.enclosure.length;
+    plan.request.silence = settings_.fileSilence;
+    return plan;
+}
+
+QByteArray Updater::agent() const
+{
+    return "Vantorel/" + settings_.version.toLatin1();
+}
+
+void Updater::cancelDownload()
+{
+    if (state_ != State::Downloading)
+        return;
+    download_.reset();
+    state_ = State::Idle;
+    later([this] { callIfThere(interface_.downloadEnded); });
+}
+
+void Updater::downloadEnded(const UpdateDownload::Result &result)
+{
+    const UpdateDownload::Result told = result;
+    download_.reset();
+    state_ = State::Idle;
+    callIfThere(interface_.downloadEnded);
+    if (told.problem)
+        say(*told.problem, told.detail);
+    else
+        callIfThere(interface_.reveal, told.file);
+}
+
+void Updater::checkEnded(UpdateOutcome outcome)
+{
+    state_ = State::Idle;
+    if (wasAskedFor_)
+        say(outcome, settings_.version);
+}
+
+void Updater::say(UpdateOutcome outcome, const QString &detail)
+{
+    callIfThere(interface_.say, UpdateTexts::sentence(outcome, detail));
+}
+
+/// Behind what runs now, so that an interface may run an event loop of its own.
+void Updater::later(std::function<void()> call)
+{
+    MainThread::post([self = QPointer(this), call = std::move(call)] {
+        if (self)
+            call();
+    });
+}

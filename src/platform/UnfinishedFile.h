@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/Descriptor.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+
+/// A file that is written and looked at before it stands in its folder: keep() gives it its name.
+/// Until then nobody but its owner may read it, and it goes with this object.
+///
+/// It has no name at all before that (open(2), O_TMPFILE), so nothing of it is left however the
+/// process ends. Where the file system has no such files, it stands as "<name>.part"; then a
+/// process that is killed leaves that behind.
+///
+/// Thread:  one at a time
+/// Owns:    the file until it is kept
+/// Blocks:  on disk I/O
+/// Failure: an error number; a name that is there already is never touched
+class UnfinishedFile
+{
+  public:
+    enum class Kind { Nameless, Named };
+
+    /// Nothing where it cannot be made, and why. `stem` names the ".part".
+    static std::unique_ptr<UnfinishedFile> make(const QByteArray &folder, const QByteArray &stem,
+                                                int &error, Kind kind = Kind::Nameless);
+    ~UnfinishedFile();
+    UnfinishedFile(const UnfinishedFile &) = delete;
+    UnfinishedFile &operator=(const UnfinishedFile &) = delete;
+
+    /// Appends all of it; 0 or the error number.
+    int write(QByteArrayView bytes);
+    /// Onto the disk, which shows what writing has not shown; to be called before keep(). 0 or the
+    /// error number.
+    int sync();
+    /// All that the file holds by now, read back; nothing where it is not `size` bytes, where
+    /// reading fails, or where there is not memory enough.
+    [[nodiscard]] std::optional<QByteArray> content(std::int64_t size) const;
+
+    /// Gives it its name, "<stem><extension>" or, where that is taken, "<stem> (2)<extension>" and
+    /// so on, and the permissions of an ordinary new file. 0 or the error number.
+    int keep(const QByteArray &stem, const QByteArray &extension, QByteArray &name);
+
+  private:
+    UnfinishedFile(Descriptor folder, Descriptor file, QByteArray partName);
+    int giveName(const QByteArray &name);
+    int movePart(const QByteArray &name);
+    void removePart();
+
+    Descriptor folder_;
+    Descriptor file_;
+    QByteArray partName_; ///< empty: it has none
+};

@@ -1,0 +1,269 @@
+#include "app/update/Transfer.h"
+
+#include "app/update/LoopbackServer.h"
+#include "app/update/TestCertificate.h"
+
+#include <QNetworkAccessManager>
+#include <QSslServer>
+#include <QTest>
+
+using namespace std::chrono_literals;
+using End = Transfer::End;
+
+Q_DECLARE_METATYPE(Transfer::End)
+
+namespace {
+
+/// Fetches one address, and keeps what comes.
+struct Fetch
+{
+    explicit Fetch(const QUrl &url, std::int64_t largest = 1'000'000)
+        : transfer(std::make_unique<Transfer>(
+              network, Transfer::Request{url, url, "Test/1", largest, 20s, 0s},
+              [this](const QByteArray &piece) {
+                  body += piece;
+                  return !stops;
+              },
+              [this](End how) {
+                  ++ends;
+                  end = how;
+              }))
+    {
+    }
+
+    bool stops = false;
+    QByteArray body;
+    int ends = 0;
+    End end{};
+    QNetworkAccessManager network;
+    std::unique_ptr<Transfer> transfer;
+};
+
+QTcpServer *secureServer(const TestCertificate &certificate)
+{
+    auto *server = new QSslServer;
+    server->setSslConfiguration(certificate.configuration());
+    return server;
+}
+
+const QString https = QStringLiteral("https");
+const QString x = QStringLiteral("/x");
+
+} // namespace
+
+class TransferTest : public QObject
+{
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void aServerWithATrustedCertificateIsAsked();
+    void aServerWithACertificateOfNobodysIsNot();
+    void aSecureConnectionIsNeverLeft_data();
+    void aSecureConnectionIsNeverLeft();
+    void anotherSecureAddressIsFollowed();
+    void aRelativeRedirectionIsFollowed();
+    void fiveRedirectionsAreFollowedAndNoMore();
+    void whatComesWithARedirectionIsNotRead();
+    void nothingButAllOfItIsTaken_data();
+    void nothingButAllOfItIsTaken();
+    void theLargestSizeIsStillTaken();
+    void whoTakesThePiecesCanStop();
+    void compressedBytesStayAsTheyAre();
+    void anAddressThatIsNotAllowedIsNotAsked();
+    void givenUpItSaysNothing();
+};
+
+void TransferTest::aServerWithATrustedCertificateIsAsked()
+{
+    const TestCertificate certificate;
+    const TestCertificate::Trust trust(certificate);
+    LoopbackServer server(secureServer(certificate));
+    server.answer("/x", "secure");
+    Fetch fetch(server.url(x, https));
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.end, End::Done);
+    QCOMPARE(fetch.body, QByteArray("secure"));
+}
+
+void TransferTest::aServerWithACertificateOfNobodysIsNot()
+{
+    LoopbackServer server(secureServer(TestCertificate()));
+    server.answer("/x", "secure");
+    Fetch fetch(server.url(x, https));
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.end, End::Unreachable);
+    QCOMPARE(server.requests(), QByteArrayList());
+}
+
+void TransferTest::aSecureConnectionIsNeverLeft_data()
+{
+    QTest::addColumn<bool>("isOnThisMachine");
+    QTest::newRow("for another machine") << false;
+    QTest::newRow("for this one") << true;
+}
+
+void TransferTest::aSecureConnectionIsNeverLeft()
+{
+    QFETCH(bool, isOnThisMachine);
+    const TestCertificate certificate;
+    const TestCertificate::Trust trust(certificate);
+    LoopbackServer server(secureServer(certificate));
+    LoopbackServer plain;
+    plain.answer("/x", "plain");
+    server.redirect("/x", isOnThisMachine ? plain.url(x).toEncoded()
+                                          : QByteArray("http://vantorel.invalid/x"));
+    Fetch fetch(server.url(x, https));
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.end, End::UnsafeAddress);
+    QCOMPARE(fetch.body, QByteArray());
+    QCOMPARE(plain.requests(), QByteArrayList());
+}
+
+void TransferTest::anotherSecureAddressIsFollowed()
+{
+    const TestCertificate certificate;
+    const TestCertificate::Trust trust(certificate);
+    LoopbackServer first(secureServer(certificate));
+    LoopbackServer second(secureServer(certificate));
+    first.redirect("/x", second.url(x, https).toEncoded());
+    second.answer("/x", "moved");
+    Fetch fetch(first.url(x, https));
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.end, End::Done);
+    QCOMPARE(fetch.body, QByteArray("moved"));
+}
+
+void TransferTest::fiveRedirectionsAreFollowedAndNoMore()
+{
+    LoopbackServer server;
+    for (int step = 1; step <= 6; ++step)
+        server.redirect("/" + QByteArray::number(step), "/" + QByteArray::number(step - 1));
+    server.answer("/0", "moved");
+    Fetch five(server.url(QStringLiteral("/5")));
+    QTRY_COMPARE(five.ends, 1);
+    QCOMPARE(five.end, End::Done);
+    QCOMPARE(five.body, QByteArray("moved"));
+    Fetch six(server.url(QStringLiteral("/6")));
+    QTRY_COMPARE(six.ends, 1);
+    QCOMPARE(six.end, End::Refused);
+    QCOMPARE(six.body, QByteArray());
+    QCOMPARE(server.count("/0"), 1);
+}
+
+void TransferTest::whatComesWithARedirectionIsNotRead()
+{
+    LoopbackServer server;
+    qint64 poured = 0;
+    server.answer("/x", [&](QTcpSocket *socket) {
+        socket->write("HTTP/1.1 302 Found\r\nLocation: /y\r\nConnection: close\r\n\r\n");
+        LoopbackServer::pour(socket, 100'000'000, &poured);
+    });
+    server.answer("/y", "moved");
+    Fetch fetch(server.url(x));
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.body, QByteArray("moved"));
+    QVERIFY(poured < 50'000'000);
+}
+
+void TransferTest::aRelativeRedirectionIsFollowed()
+{
+    LoopbackServer server;
+    server.redirect("/x", "/y/z");
+    server.answer("/y/z", "moved");
+    Fetch fetch(server.url(x));
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.end, End::Done);
+    QCOMPARE(fetch.body, QByteArray("moved"));
+}
+
+void TransferTest::nothingButAllOfItIsTaken_data()
+{
+    QTest::addColumn<QByteArray>("status");
+    QTest::newRow("created") << QByteArray("201 Created");
+    QTest::newRow("a part") << QByteArray("206 Partial Content");
+    QTest::newRow("a choice") << QByteArray("300 Multiple Choices");
+    QTest::newRow("a password is wanted") << QByteArray("401 Unauthorized");
+    QTest::newRow("gone") << QByteArray("410 Gone");
+    QTest::newRow("the server's own fault") << QByteArray("503 Service Unavailable");
+}
+
+void TransferTest::nothingButAllOfItIsTaken()
+{
+    QFETCH(QByteArray, status);
+    LoopbackServer server;
+    server.answer("/x", [status](QTcpSocket *socket) {
+        socket->write("HTTP/1.1 " + status +
+                      "\r\nWWW-Authenticate: Basic realm=\"x\"\r\n"
+                      "Content-Length: 4\r\nConnection: close\r\n\r\nbody");
+        socket->disconnectFromHost();
+    });
+    Fetch fetch(server.url(x));
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.end, End::Refused);
+    QCOMPARE(fetch.body, QByteArray());
+}
+
+void TransferTest::theLargestSizeIsStillTaken()
+{
+    LoopbackServer server;
+    server.answer("/x", QByteArray(1000, 'x'));
+    Fetch fits(server.url(x), 1000);
+    QTRY_COMPARE(fits.ends, 1);
+    QCOMPARE(fits.end, End::Done);
+    Fetch tooLarge(server.url(x), 999);
+    QTRY_COMPARE(tooLarge.ends, 1);
+    QCOMPARE(tooLarge.end, End::TooLarge);
+}
+
+void TransferTest::whoTakesThePiecesCanStop()
+{
+    LoopbackServer server;
+    qint64 poured = 0;
+    server.answer("/x", [&](QTcpSocket *socket) {
+        socket->write(LoopbackServer::head());
+        LoopbackServer::pour(socket, 100'000'000, &poured);
+    });
+    Fetch fetch(server.url(x), 100'000'000);
+    fetch.stops = true;
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.end, End::Stopped);
+    QVERIFY(fetch.body.size() < 1'000'000);
+}
+
+void TransferTest::compressedBytesStayAsTheyAre()
+{
+    const QByteArray compressed =
+        QByteArray::fromHex("1f8b08000000000000034b4c4a06002413e44803000000"); // not what it says
+    LoopbackServer server;
+    server.answer("/x", [&](QTcpSocket *socket) {
+        socket->write("HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\nConnection: close\r\n\r\n" +
+                      compressed);
+        socket->disconnectFromHost();
+    });
+    Fetch fetch(server.url(x));
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.body, compressed);
+}
+
+void TransferTest::anAddressThatIsNotAllowedIsNotAsked()
+{
+    Fetch fetch(QUrl(QStringLiteral("http://192.0.2.1/x")));
+    QCOMPARE(fetch.ends, 0);
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.end, End::UnsafeAddress);
+}
+
+void TransferTest::givenUpItSaysNothing()
+{
+    LoopbackServer server;
+    QPointer<QTcpSocket> connection;
+    server.answer("/x", [&](QTcpSocket *socket) { connection = socket; });
+    Fetch fetch(server.url(x));
+    QTRY_VERIFY(connection);
+    fetch.transfer.reset();
+    QTRY_VERIFY(!connection);
+    QCOMPARE(fetch.ends, 0);
+}
+
+QTEST_MAIN(TransferTest)
+#include "TransferTest.moc"
