@@ -37,8 +37,7 @@ void showFileDialog(QWidget *window, const QString &current,
 LogPathPresenter::LogPathPresenter(PreferencesView *view, QObject *parent)
     : QObject(parent), view_(view), chooser_(showFileDialog)
 {
-    connect(view_, &PreferencesView::logPathTaken, this,
-            [](const QString &path) { UserDefaults::standard().setValue(logPathKey, path); });
+    connect(view_, &PreferencesView::logPathTaken, this, &LogPathPresenter::take);
     connect(view_, &PreferencesView::chooseLogClicked, this, &LogPathPresenter::choose);
     connect(&UserDefaults::standard(), &UserDefaults::valueChanged, this,
             [this](const QString &changed) {
@@ -79,7 +78,15 @@ void LogPathPresenter::check(const QString &path, const Answered &answered)
 bool LogPathPresenter::countsAtOnce(const QString &path)
 {
     const Logger &logger = Logger::shared();
-    return !logger.isSetUp() || logger.logFilePath() == QFile::encodeName(path);
+    return !logger.isSetUp() || isOurs(path);
+}
+
+/// The file that is logged to already.
+bool LogPathPresenter::isOurs(const QString &path)
+{
+    const Logger &logger = Logger::shared();
+    return logger.isSetUp() && logger.isLogFileOpen() &&
+           logger.logFilePath() == QFile::encodeName(path);
 }
 
 QString LogPathPresenter::remark(const QString &path, const LogPathCheck &check, bool countsAtOnce)
@@ -88,6 +95,8 @@ QString LogPathPresenter::remark(const QString &path, const LogPathCheck &check,
         return {};
     if (!check.isWritable())
         return check.sentence();
+    if (check.answer == LogPathCheck::Answer::Existing && countsAtOnce && !isOurs(path))
+        return tr("this file is there and is emptied when the log begins");
     return countsAtOnce ? tr("holds no names of erased files")
                         : tr("holds no names of erased files; counts from the next start");
 }
@@ -101,17 +110,19 @@ void LogPathPresenter::choose()
              });
 }
 
-/// The file that is logged to already is nobody else's.
 void LogPathPresenter::take(const QString &path)
 {
-    check(path, [path](const LogPathCheck &answer) {
+    check(path, [this, path](const LogPathCheck &answer) {
         UserDefaults &defaults = UserDefaults::standard();
-        const bool isOther = path != defaults.text(logPathKey);
-        if (answer.answer == LogPathCheck::Answer::Existing && isOther &&
-            !DialogBoxes::alertBoxYesNo(
+        const bool isOther = path != defaults.text(logPathKey) && !isOurs(path);
+        const bool isTaken =
+            answer.answer != LogPathCheck::Answer::Existing || !isOther ||
+            DialogBoxes::alertBoxYesNo(
                 tr("Use this file for the log?"),
-                tr("%1\n\nis there already. It is emptied when the log begins.").arg(path), false))
-            return;
-        defaults.setValue(logPathKey, path);
+                tr("%1\n\nis there already. It is emptied when the log begins.").arg(path), false);
+        if (isTaken)
+            defaults.setValue(logPathKey, path);
+        else
+            review();
     });
 }

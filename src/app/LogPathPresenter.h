@@ -31,7 +31,7 @@ class LogPathPresenter : public QObject
 
     void setChooser(Chooser chooser) { chooser_ = std::move(chooser); }
 
-    /// What is said of a path. Pure.
+    /// What is said of a path.
     static QString remark(const QString &path, const LogPathCheck &check, bool countsAtOnce);
 
   private:
@@ -42,6 +42,7 @@ class LogPathPresenter : public QObject
     void review();
     void check(const QString &path, const Answered &answered);
     [[nodiscard]] static bool countsAtOnce(const QString &path);
+    [[nodiscard]] static bool isOurs(const QString &path);
 
     PreferencesView *view_;
     Chooser chooser_;

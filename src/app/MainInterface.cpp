@@ -95,7 +95,10 @@ void MainInterface::Parts::makeUpdates()
     updates = std::make_unique<UpdatePresenter>(Updater::Settings::ofThisBuild(), isBusy, reveal);
     layout.outlets.viewPreferences->setChecksForUpdates(updates->updater().isConfigured());
     QObject::connect(layout.window.mainMenu()->checkForUpdates(), &QAction::triggered,
-                     updates.get(), [this] { updates->updater().checkForUpdates(); });
+                     updates.get(), [this, vc] {
+                         if (!vc->isBusyWiping())
+                             updates->updater().checkForUpdates();
+                     });
 }
 
 void MainInterface::Parts::makeTermination(ApplicationService &service)
@@ -108,7 +111,8 @@ void MainInterface::Parts::makeTermination(ApplicationService &service)
     actions.stopScan = [vc] { vc->stopScan(); };
     actions.stopListening = [&service] { service.close(); };
     actions.leave = [] { QApplication::quit(); };
-    actions.endNow = [](int exitCode) {
+    actions.endNow = [vc](int exitCode) {
+        vc->logBrokenOff();
         UserDefaults::standard().synchronize();
         ProcessEnd::now(exitCode);
     };

@@ -54,13 +54,14 @@ void MainMenuController::showWhatCanBeChosen()
 {
     menu_->addFilesAndFolders()->setEnabled(canAdd());
     menu_->startErasing()->setEnabled(canStart());
+    menu_->checkForUpdates()->setEnabled(!workflow_->isBusyWiping());
     menu_->preferences()->setEnabled(outlets_.btnPreferences->isEnabled());
 }
 
 void MainMenuController::enableAll()
 {
-    for (QAction *action :
-         {menu_->addFilesAndFolders(), menu_->startErasing(), menu_->preferences()})
+    for (QAction *action : {menu_->addFilesAndFolders(), menu_->startErasing(),
+                            menu_->preferences(), menu_->checkForUpdates()})
         action->setEnabled(true);
 }
 

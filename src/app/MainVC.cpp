@@ -3,12 +3,14 @@
 #include "app/FolderScanUrls.h"
 #include "app/Presenters.h"
 #include "app/ViewTexts.h"
+#include "app/run/LogPlace.h"
 #include "app/run/RunLog.h"
 #include "app/update/UpdateSettings.h"
 #include "engine/WipeSchedule.h"
 #include "platform/PathBytes.h"
 #include "platform/SystemLog.h"
 #include "platform/UserDefaults.h"
+#include "support/Logger.h"
 #include "support/view/ErrorLogModel.h"
 #include "support/view/ErrorLogWindow.h"
 #include "support/view/TableViewErrorLog.h"
@@ -25,6 +27,7 @@
 
 #include <QAbstractButton>
 #include <QCoreApplication>
+#include <QFile>
 #include <QLabel>
 
 #include <algorithm>
@@ -46,6 +49,7 @@ constexpr int okResponse = 1;
 
 const QString methodKey = QStringLiteral("WipeMethod");
 const QString skipLinkTargetsKey = QStringLiteral("skipLinkTargets");
+const QString logPathKey = QStringLiteral("logFilePath");
 const QString autoExitKey = QStringLiteral("AutoExit");
 
 QString translated(const char *text)
@@ -205,10 +209,11 @@ void MainVC::btnStopScanningClicked()
 
 void MainVC::newObjectsForQueue(ScanReport report)
 {
-    if (folderScannerController_->shouldCancel())
-        RunLog::scanCancelled();
     addObjectsFromArray(std::move(report.files));
     addFolderObjectsToQueueFromDict(std::move(report.folders));
+    settleLog();
+    if (folderScannerController_->shouldCancel())
+        RunLog::scanCancelled();
     presenters_->queueHasGrown();
     isScanningFiles_ = false;
     closeWindowScanningFiles();
@@ -277,10 +282,27 @@ void MainVC::startErasing()
     run_->begin(currentTimestamp());
     if (WipeSchedule::passes(wipeController_->wipeMethode()).empty())
         run_->keepFolders();
+    settleLog();
     RunLog::runStarted(wipeController_->wipeMethode(), *run_);
     wipeController_->startWiping();
     startTimers();
     NotificationHub::shared().post(NotificationName::runDidStart, this);
+}
+
+/// The log is opened with its first line, and emptied then. One that is to be erased is left to the
+/// eraser, and this start has none.
+void MainVC::settleLog()
+{
+    Logger &logger = Logger::shared();
+    const QByteArray log = QFile::encodeName(UserDefaults::standard().text(logPathKey));
+    if (!logger.isSetUp() && !log.isEmpty() &&
+        (LogPlace::isQueued(log, *run_) || LogPlace::isInFolder(log, *run_)))
+        logger.setLogFilePath("");
+}
+
+void MainVC::logBrokenOff()
+{
+    RunLog::runEnded(wipeController_->wipeMethode(), *run_);
 }
 
 void MainVC::stopErasing()

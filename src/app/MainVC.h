@@ -88,6 +88,8 @@ class MainVC : public FolderScannerControllerDelegate,
     /// the run comes as usual.
     void stopErasing();
     void stopScan();
+    /// The last word of the log on a run that is cut off.
+    void logBrokenOff();
     void clearArrayController();
     void fileFailedToWipe(const std::shared_ptr<QueueObject> &object) override;
     void finishedWiping() override;
@@ -173,6 +175,7 @@ class MainVC : public FolderScannerControllerDelegate,
 
   private:
     void setupObservers();
+    void settleLog();
     void reviewAgain();
     [[nodiscard]] ContentView *contentView(MainView view) const;
     [[nodiscard]] MainView viewOf(const QWidget *widget) const;

@@ -15,7 +15,9 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto whenToAskAgain = 30s;
-constexpr int longestNotes = 600; ///< characters; a dialog has no scroll bar
+// A dialog has no scroll bar.
+constexpr int longestNotes = 600; // characters
+constexpr int mostLines = 12;
 
 } // namespace
 
@@ -60,6 +62,10 @@ void UpdatePresenter::offerWhenItSuits()
         return;
     }
     retry_.stop();
+    if (!offer_.wasAskedFor && !updater_->automaticallyChecksForUpdates()) {
+        std::exchange(answer_, {})(UpdaterInterface::Answer::Later);
+        return;
+    }
     const UpdaterInterface::AnswerCall answer = std::exchange(answer_, {});
     answer(ask(offer_));
 }
@@ -71,7 +77,8 @@ UpdaterInterface::Answer UpdatePresenter::ask(const UpdateOffer &offer)
     dialog.addButtonWithTitle(tr("Download"));
     dialog.addButtonWithTitle(tr("Later"));
     dialog.addButtonWithTitle(tr("Skip This Version"));
-    dialog.activeButton(1);
+    // What nobody asked for must not be taken for a key that was meant for something else.
+    dialog.activeButton(offer.wasAskedFor ? 1 : 2);
     switch (dialog.runModal()) {
     case DialogGeometry::FirstButton:
         return UpdaterInterface::Answer::Download;
@@ -89,9 +96,11 @@ QString UpdatePresenter::offerText(const UpdateOffer &offer)
                              .arg(offer.version,
                                   QLocale::c().toString(offer.date, QStringLiteral("d MMMM yyyy")))
                        : tr("Version %1").arg(offer.version);
-    QString notes = offer.notes.trimmed();
-    if (notes.size() > longestNotes)
-        notes = notes.left(longestNotes).trimmed() + QChar(0x2026);
+    QStringList lines = offer.notes.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    const bool isCut = lines.size() > mostLines || offer.notes.size() > longestNotes;
+    QString notes = lines.mid(0, mostLines).join(QLatin1Char('\n')).left(longestNotes).trimmed();
+    if (isCut)
+        notes += QChar(0x2026);
     if (!notes.isEmpty())
         text += QStringLiteral("\n\n") + notes;
     return text;

@@ -108,7 +108,7 @@ void EraseSession::newObjectsForQueue(ScanReport report)
     run_.addFolderObjectsToQueueFromDict(std::move(report.folders));
     findings_ = Findings::of(run_);
     if (interruptedBy_ != 0) {
-        if (log_.isWanted())
+        if (log_.isWanted() && !options_.isDryRun && log_.problem(run_).isEmpty())
             RunLog::scanCancelled();
         conclude();
     } else if (findings_.isEmpty() && scanFailures_.empty()) {

@@ -1,22 +1,12 @@
 #include "cli/LogOption.h"
 
+#include "app/run/LogPlace.h"
 #include "cli/ReportFile.h"
 #include "engine/ProtectedPlaces.h"
 #include "platform/PathBytes.h"
 #include "support/LogPathCheck.h"
 
-#include <filesystem>
-#include <system_error>
-
 namespace {
-
-/// By whatever names and links.
-bool isSameFile(const QByteArray &one, const QByteArray &other)
-{
-    std::error_code error;
-    return one == other ||
-           std::filesystem::equivalent(one.toStdString(), other.toStdString(), error);
-}
 
 QString wouldBeErased()
 {
@@ -38,10 +28,10 @@ QString LogOption::problem(const std::vector<QByteArray> &items, const QByteArra
     const QString sentence = LogPathCheck::of(path_).sentence();
     if (!sentence.isEmpty())
         return line(sentence);
-    if (!report.isEmpty() && isSameFile(path_, report))
+    if (!report.isEmpty() && LogPlace::isSameFile(path_, report))
         return line(QStringLiteral("The log and the report cannot be one file"));
     for (const QByteArray &item : items) {
-        if (isSameFile(path_, item))
+        if (LogPlace::isSameFile(path_, item))
             return line(wouldBeErased());
         if (ProtectedPlaces::refusal(item).isNull() && ReportFile(path_).liesIn(item))
             return line(QStringLiteral("The log would stand in a folder to be erased"));
@@ -51,15 +41,7 @@ QString LogOption::problem(const std::vector<QByteArray> &items, const QByteArra
 
 QString LogOption::problem(const EraseRun &run) const
 {
-    for (const QueueArray::Item &item : run.queueArray()->items()) {
-        const ScanFacts &facts = item->scanFacts();
-        // A folder that is mounted twice shows the same name in both.
-        const bool mayBeTheLog = facts.isLink || facts.hasOtherNames ||
-                                 item->filename() == PathBytes::lastComponent(path_);
-        if (mayBeTheLog && isSameFile(path_, item->fullpath()))
-            return line(wouldBeErased());
-    }
-    return {};
+    return LogPlace::isQueued(path_, run) ? line(wouldBeErased()) : QString();
 }
 
 QString LogOption::line(const QString &text) const

@@ -93,7 +93,9 @@ void LogPathPresenterTest::theRemarkSaysWhatAPathIsGoodFor_data()
     QTest::newRow("a new file") << QStringLiteral("/a") << int(Answer::Free) << true << atOnce;
     QTest::newRow("later") << QStringLiteral("/a") << int(Answer::Free) << false
                            << atOnce + QStringLiteral("; counts from the next start");
-    QTest::newRow("a file") << QStringLiteral("/a") << int(Answer::Existing) << true << atOnce;
+    QTest::newRow("a file") << QStringLiteral("/a") << int(Answer::Existing) << true
+                            << QStringLiteral(
+                                   "this file is there and is emptied when the log begins");
     QTest::newRow("a folder") << QStringLiteral("/a") << int(Answer::Folder) << true
                               << LogPathCheck{Answer::Folder, 0}.sentence();
 }
@@ -111,23 +113,24 @@ void LogPathPresenterTest::aTypedPathIsStoredAndLookedAt()
 {
     QCOMPARE(remark(), QString());
     Q_EMIT view_->logPathTaken(path("log"));
-    QCOMPARE(stored(), path("log"));
+    QTRY_COMPARE(stored(), path("log"));
     QCOMPARE(view_->pathField()->text(), path("log"));
     QTRY_COMPARE(remark(), atOnce);
     Q_EMIT view_->logPathTaken(path("no folder/log"));
     QTRY_COMPARE(remark(), LogPathCheck::of(QFile::encodeName(path("no folder/log"))).sentence());
     Q_EMIT view_->logPathTaken(QString());
+    QTRY_COMPARE(stored(), QString());
     QCOMPARE(remark(), QString());
 }
 
 void LogPathPresenterTest::lookingMakesAndEmptiesNothing()
 {
     const QByteArray file = scratch_->file("log", QByteArray("content"));
+    const DialogBox::Answers answers({DialogGeometry::FirstButton});
     Q_EMIT view_->logPathTaken(path("log"));
-    QTRY_COMPARE(remark(), atOnce);
+    QTRY_COMPARE(remark(), QStringLiteral("this file is there and is emptied when the log begins"));
     QCOMPARE(Scratch::content(file), QByteArray("content"));
     Q_EMIT view_->logPathTaken(path("other"));
-    QCOMPARE(remark(), QString());
     QTRY_COMPARE(remark(), atOnce);
     QVERIFY(!Scratch::exists(scratch_->path("other")));
 }
@@ -154,23 +157,32 @@ void LogPathPresenterTest::aNewFileIsTakenWithoutAQuestion()
 void LogPathPresenterTest::anExistingFileIsTakenOnlyWithAYes_data()
 {
     QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("isTyped");
     QTest::addColumn<bool>("isTaken");
-    QTest::newRow("Yes") << int(DialogGeometry::FirstButton) << true;
-    QTest::newRow("No") << int(DialogGeometry::SecondButton) << false;
-    QTest::newRow("Escape") << int(DialogGeometry::Cancelled) << false;
+    QTest::newRow("Yes") << int(DialogGeometry::FirstButton) << false << true;
+    QTest::newRow("No") << int(DialogGeometry::SecondButton) << false << false;
+    QTest::newRow("Escape") << int(DialogGeometry::Cancelled) << false << false;
+    QTest::newRow("typed, Yes") << int(DialogGeometry::FirstButton) << true << true;
+    QTest::newRow("typed, No") << int(DialogGeometry::SecondButton) << true << false;
 }
 
 void LogPathPresenterTest::anExistingFileIsTakenOnlyWithAYes()
 {
     QFETCH(int, answer);
+    QFETCH(bool, isTyped);
     QFETCH(bool, isTaken);
     const QByteArray file = scratch_->file("log", QByteArray("content"));
     const DialogBox::Answers answers({answer});
-    choose(path("log"));
+    view_->pathField()->setText(path("log"));
+    if (isTyped)
+        Q_EMIT view_->logPathTaken(path("log"));
+    else
+        choose(path("log"));
     QTRY_COMPARE(answers.asked().size(), std::size_t(1));
     QVERIFY(answers.asked()[0].info.contains(path("log")));
     QCOMPARE(answers.asked()[0].activeButton, 2);
     QTRY_COMPARE(stored(), isTaken ? path("log") : QString());
+    QTRY_COMPARE(view_->pathField()->text(), stored());
     QCOMPARE(Scratch::content(file), QByteArray("content"));
 }
 

@@ -23,3 +23,4 @@ vantorel_test(app/MainVCLogTest GUI LINKS vantorel_app)
 # As the updater's own.
 vantorel_test(app/UpdatePresenterTest GUI LINKS vantorel_app Qt6::Network OpenSSL::Crypto)
 set_target_properties(app_UpdatePresenterTest PROPERTIES DISABLE_PRECOMPILE_HEADERS ON)
+vantorel_test(app/MainVCLogConflictTest GUI LINKS vantorel_app)

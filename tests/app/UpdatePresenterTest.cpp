@@ -27,6 +27,7 @@ class UpdatePresenterTest : public QObject
     void aDownloadThatIsCancelledLeavesNothing();
     void whoAskedInVainGetsOneSentence();
     void anOfferNobodyAskedForWaitsUntilItSuits();
+    void switchedOffAnOfferThatWaitsIsDropped();
 
   private:
     UpdatePresenter &presenter()
@@ -77,6 +78,9 @@ void UpdatePresenterTest::longNotesAreCut()
     offer.version = QStringLiteral("1.2");
     offer.notes = QStringLiteral("a").repeated(5000);
     QVERIFY(UpdatePresenter::offerText(offer).size() < 700);
+    QVERIFY(UpdatePresenter::offerText(offer).endsWith(QChar(0x2026)));
+    offer.notes = QStringLiteral("a\n").repeated(300);
+    QVERIFY(UpdatePresenter::offerText(offer).count(QLatin1Char('\n')) < 15);
     QVERIFY(UpdatePresenter::offerText(offer).endsWith(QChar(0x2026)));
 }
 
@@ -163,7 +167,23 @@ void UpdatePresenterTest::anOfferNobodyAskedForWaitsUntilItSuits()
     isBusy_ = false;
     presenter().offerWhenItSuits();
     QCOMPARE(answers.asked().size(), std::size_t(1));
+    QCOMPARE(answers.asked()[0].activeButton, 2);
     QVERIFY(!presenter().hasWaitingOffer());
+}
+
+void UpdatePresenterTest::switchedOffAnOfferThatWaitsIsDropped()
+{
+    scene_->serve();
+    isBusy_ = true;
+    const DialogBox::Answers answers({});
+    presenter().updater().setAutomaticallyChecksForUpdates(true);
+    QTRY_VERIFY(presenter().hasWaitingOffer());
+    presenter().updater().setAutomaticallyChecksForUpdates(false);
+    isBusy_ = false;
+    presenter().offerWhenItSuits();
+    QVERIFY(!presenter().hasWaitingOffer());
+    QVERIFY(answers.asked().empty());
+    QVERIFY(!presenter().updater().isBusy());
 }
 
 QTEST_MAIN(UpdatePresenterTest)

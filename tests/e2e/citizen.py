@@ -17,7 +17,7 @@ from desktop import end_process, key, wait_until  # noqa: E402
 from scenes import Scene, contents, main  # noqa: E402
 
 SERVICES = os.path.join(os.path.dirname(os.path.abspath(__file__)), "desktop-services")
-LARGE = 1 << 30
+LARGE = 1 << 30  # bytes; 35 passes over it outlast every test
 
 
 class Services:
@@ -129,7 +129,7 @@ class Citizen(Scene):
 
     def test_quitting_in_a_run_asks_first(self):
         large, beside = self.large_file(), os.path.join(self.beside, "keep-0")
-        with self.program(large, beside) as window:
+        with self.program(large, beside, settings={"WipeMethod": 10}) as window:
             window.says("2 files")
             self.press_start(window)
             key("ctrl+q")
@@ -144,18 +144,6 @@ class Citizen(Scene):
             self.assertEqual(window.process.wait(10), 0)
         self.assertEqual(os.path.getsize(large), LARGE)
         self.check_kept()
-
-    def test_the_question_closes_by_itself_when_the_run_ends(self):
-        path = self.large_file()
-        with self.program(path) as window:
-            window.says("1 file")
-            self.press_start(window)
-            key("ctrl+q")
-            window.says("The current file would be left half overwritten.")
-            window.says("Finished")
-            self.assertFalse(window.shows("Quit while files are being erased?"))
-            self.assertIsNone(window.process.poll())
-        self.assertFalse(os.path.exists(path))
 
     def test_terminated_in_a_run_it_finishes_the_file_in_work(self):
         folder = os.path.join(self.folder, "many")
