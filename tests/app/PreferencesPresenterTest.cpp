@@ -171,8 +171,8 @@ void PreferencesPresenterTest::theSystemsThemeSaysWhatItIsNow()
 void PreferencesPresenterTest::aTakenLogPathIsStored()
 {
     Q_EMIT view_->logPathTaken(QStringLiteral("/tmp/x.log"));
-    QCOMPARE(UserDefaults::standard().text(QStringLiteral("logFilePath")),
-             QStringLiteral("/tmp/x.log"));
+    QTRY_COMPARE(UserDefaults::standard().text(QStringLiteral("logFilePath")),
+                 QStringLiteral("/tmp/x.log"));
     QCOMPARE(view_->pathField()->text(), QStringLiteral("/tmp/x.log"));
 }
 

@@ -113,7 +113,7 @@ class Erase(Scene):
         self.check_kept()
 
     def test_items_dropped_during_a_run_are_erased_by_it(self):
-        first, second = self.files("first", 60, 2000000), self.files("second", 4)
+        first, second = self.files("first", 60, 3000000), self.files("second", 4)
         with self.program(first, settings={"WipeMethod": 10}) as window:
             window.says("60 files")
             time.sleep(0.6)
@@ -189,7 +189,7 @@ class Erase(Scene):
         self.check_kept()
 
     def test_escape_stops_no_run_and_quits_nothing(self):
-        folder = self.files("dropped", 60, 300000)
+        folder = self.files("dropped", 60, 3000000)
         with self.program(folder, settings={"WipeMethod": 10}) as window:
             window.says("60 files")
             time.sleep(0.6)
