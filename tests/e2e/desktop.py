@@ -23,10 +23,10 @@ class GaveUp(AssertionError):
     pass
 
 
-def wait_until(condition, what):
+def wait_until(condition, what, times=1):
     """What the condition answers, once that is true. A condition that fails counts as not yet.
-    `what` is a text, or a function that makes one in the end."""
-    end = time.monotonic() + PATIENCE
+    `what` is a text, or a function that makes one in the end. Waits so many times the usual."""
+    end = time.monotonic() + PATIENCE * times
     problem = None
     while time.monotonic() < end:
         try:
@@ -201,8 +201,9 @@ class Program:
     def texts(self):
         return [node.name for node in self.all() if node.name]
 
-    def says(self, text):
-        return wait_until(lambda: any(text in shown for shown in self.texts()), lambda: f"text {text!r} among {self.safe_texts()}")
+    def says(self, text, times=1):
+        return wait_until(lambda: any(text in shown for shown in self.texts()),
+                          lambda: f"text {text!r} among {self.safe_texts()}", times)
 
     def shows(self, text):
         return any(text in shown for shown in wait_until(self.texts, "the texts"))
