@@ -176,9 +176,14 @@ class Program
     [[nodiscard]] bool runsUntil(const std::function<bool()> &condition) const
     {
         constexpr int milliseconds = 30000;
-        (void)QTest::qWaitFor([this, &condition] { return condition() || hasEnded(); },
-                              milliseconds);
-        return condition();
+        // What was seen once may be over at the next look.
+        bool isMet = false;
+        const auto look = [&] {
+            isMet = condition();
+            return isMet || hasEnded();
+        };
+        (void)QTest::qWaitFor(look, milliseconds);
+        return isMet || condition();
     }
     [[nodiscard]] bool hasEnded() const
     {
