@@ -211,9 +211,10 @@ void MainVC::newObjectsForQueue(ScanReport report)
 {
     addObjectsFromArray(std::move(report.files));
     addFolderObjectsToQueueFromDict(std::move(report.folders));
-    settleLog();
-    if (folderScannerController_->shouldCancel())
+    if (folderScannerController_->shouldCancel()) {
+        settleLog();
         RunLog::scanCancelled();
+    }
     presenters_->queueHasGrown();
     isScanningFiles_ = false;
     closeWindowScanningFiles();

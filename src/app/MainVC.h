@@ -33,7 +33,8 @@ struct ErrorLogRow;
 /// Thread:       main
 /// Owns:         the run, the scanner, the wipe controller, the animator, the presenters
 /// Holds weakly: the outlets, which outlive it
-/// Blocks:       on disk I/O while it removes the folders at the end of a run
+/// Blocks:       on disk I/O while it removes the folders at the end of a run, and for each line of
+///               the log
 /// Failure:      a failed file becomes a row of the error log, and nothing stops for it
 class MainVC : public FolderScannerControllerDelegate,
                public WipeControllerDelegate,
