@@ -38,6 +38,11 @@ test_needs=(
     "desktop-file-utils desktop-file-validate" # judges the entries for menus
     "appstream appstreamcli"  # and the page for software centres
 )
+# shellcheck disable=SC2034
+fuzz_needs=(
+    "clang clang++"           # libFuzzer's compiler
+    "libclang-rt-dev clang++" # and its library
+)
 
 # Each argument is a line.
 say() {

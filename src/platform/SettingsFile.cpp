@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace {
 
 constexpr char operation[] = "UserDefaults";
@@ -20,6 +22,13 @@ QString unusedName(const QString &path)
     for (int number = 2; isTaken(name); ++number)
         name = QStringLiteral("%1-%2").arg(first).arg(number);
     return name;
+}
+
+/// QSettings takes such a name as it stands and writes it as another one, which may be in use.
+bool isNameChangedByWriting(const QString &key)
+{
+    return key.startsWith(QLatin1Char('/')) || key.endsWith(QLatin1Char('/')) ||
+           key.contains(QLatin1String("//"));
 }
 
 } // namespace
@@ -45,7 +54,10 @@ QString SettingsFile::damage() const
     QFile file(path_);
     if (file.exists() && !file.open(QIODevice::ReadOnly))
         return file.errorString();
-    return settings_->status() == QSettings::FormatError ? QStringLiteral("is damaged") : QString();
+    const QStringList keys = settings_->allKeys();
+    const bool isDamaged = settings_->status() == QSettings::FormatError ||
+                           std::any_of(keys.cbegin(), keys.cend(), isNameChangedByWriting);
+    return isDamaged ? QStringLiteral("is damaged") : QString();
 }
 
 void SettingsFile::takeOutOfUse(const QString &damage)

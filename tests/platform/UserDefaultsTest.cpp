@@ -90,6 +90,8 @@ class UserDefaultsTest : public QObject
     void aDamagedFileFallsBackToTheDefaultsWithOneLine();
     void aDamagedFileStaysUntilSomethingIsSet();
     void theFirstChangeMovesADamagedFileAside();
+    void aKeyThatWouldBecomeAnotherIsDamage_data();
+    void aKeyThatWouldBecomeAnotherIsDamage();
     void aNameAsideThatIsTakenIsLeftAlone();
     void takingAwayASettingLeavesADamagedFileAlone();
     void aMissingFileIsNoDamage();
@@ -282,6 +284,28 @@ void UserDefaultsTest::theFirstChangeMovesADamagedFileAside()
     QCOMPARE(Scratch::content(folder.file()), QByteArray("[General]\nWipeMethod=7\n"));
     QCOMPARE(log.lines().size(), 1);
     QCOMPARE(UserDefaults().integer(method), std::int64_t(7));
+    QCOMPARE(log.lines().size(), 1);
+}
+
+void UserDefaultsTest::aKeyThatWouldBecomeAnotherIsDamage_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("before it") << QByteArray("/WipeMethod=9");
+    QTest::newRow("behind it") << QByteArray("WipeMethod/=9");
+    QTest::newRow("inside") << QByteArray("a//WipeMethod=9");
+}
+
+/// Else the next change of any setting would make it one that counts.
+void UserDefaultsTest::aKeyThatWouldBecomeAnotherIsDamage()
+{
+    QFETCH(QByteArray, line);
+    const QByteArray content = "[General]\n" + line + '\n';
+    const ConfigurationFolder folder(scratch_.path("config"));
+    QVERIFY(folder.write(content));
+    const RecordedLog log;
+    UserDefaults({{method, 4}}).setValue(QStringLiteral("AutoExit"), true);
+    QCOMPARE(UserDefaults({{method, 4}}).integer(method), std::int64_t(4));
+    QCOMPARE(Scratch::content(folder.file() + ".damaged"), content);
     QCOMPARE(log.lines().size(), 1);
 }
 
