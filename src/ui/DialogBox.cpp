@@ -5,6 +5,7 @@
 #include "ui/DialogParts.h"
 #include "ui/DialogScrim.h"
 #include "ui/FocusRing.h"
+#include "ui/HeardAs.h"
 #include "ui/InterfaceColorStyle.h"
 #include "ui/PictureIcon.h"
 #include "ui/TextLabel.h"
@@ -80,21 +81,6 @@ class HeardDialog : public QAccessibleWidget
     }
 };
 
-QAccessibleInterface *heard(const QString &, QObject *object)
-{
-    auto *dialog = qobject_cast<DialogBox *>(object);
-    return dialog ? new HeardDialog(dialog) : nullptr;
-}
-
-void letItBeHeard()
-{
-    static const bool isInstalled = [] {
-        QAccessible::installFactory(heard);
-        return true;
-    }();
-    Q_UNUSED(isInstalled)
-}
-
 } // namespace
 
 DialogBox::Answers::Answers(std::vector<int> codes)
@@ -123,7 +109,7 @@ DialogBox::DialogBox()
       infoTextfield_(new TextLabel(TextStyle::Body, ColorRole::Text, this)),
       hintTextfield_(new TextLabel(TextStyle::Small, ColorRole::TextSecondary, this))
 {
-    letItBeHeard();
+    letItBeHeardAs<DialogBox, HeardDialog>();
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowCloseButtonHint);
     setWindowModality(Qt::ApplicationModal);
     setAttribute(Qt::WA_QuitOnClose, false);

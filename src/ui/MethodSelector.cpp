@@ -1,6 +1,7 @@
 #include "ui/MethodSelector.h"
 
 #include "ui/ControlPaint.h"
+#include "ui/HeardAs.h"
 #include "ui/MethodList.h"
 #include "ui/Typography.h"
 
@@ -53,26 +54,11 @@ class HeardSelector : public QAccessibleWidget
     MethodSelector *selector_;
 };
 
-QAccessibleInterface *heard(const QString &, QObject *object)
-{
-    auto *selector = qobject_cast<MethodSelector *>(object);
-    return selector ? new HeardSelector(selector) : nullptr;
-}
-
-void letItBeHeard()
-{
-    static const bool isInstalled = [] {
-        QAccessible::installFactory(heard);
-        return true;
-    }();
-    Q_UNUSED(isInstalled)
-}
-
 } // namespace
 
 MethodSelector::MethodSelector(QWidget *parent) : ControlButton(parent)
 {
-    letItBeHeard();
+    letItBeHeardAs<MethodSelector, HeardSelector>();
     setAccessibleName(tr("Wipe method"));
     connect(this, &QAbstractButton::clicked, this, &MethodSelector::openList);
 }
