@@ -22,6 +22,8 @@ void FinishedPresenter::show(const QueueStatsObject &stats, const QString &metho
     else if (failures.errors > 0)
         summary.failureText = ViewTexts::notOverwritten(failures.errors);
     summary.showsErrorButton = showsErrorButton || failures.errors > 0;
+    if (!failures.log.isEmpty())
+        summary.logText = ViewTexts::logProblem(failures.log);
     summary.runStatus = QueueStatsObject::Done;
     view_->setSummary(summary);
 }

@@ -20,6 +20,7 @@ class FinishedPresenter
     {
         std::int64_t errors = 0;    ///< entries of the error log, files that failed and all others
         std::int64_t unreached = 0; ///< among them, files that a stopped run did not come to
+        QString log; ///< why lines of the log are missing, which is no failure of the run
     };
 
     /// Looks at the result strings alone; the counters begin anew while the view is there.

@@ -59,7 +59,7 @@ void LogPathPresenter::review()
         return;
     check(path, [this, path, review = ++reviews_](const LogPathCheck &answer) {
         if (review == reviews_)
-            view_->setLogRemark(remark(path, answer, countsAtOnce(path)));
+            view_->setLogRemark(remark(path, answer, countsAtOnce(path), problemOf(path)));
     });
 }
 
@@ -89,12 +89,21 @@ bool LogPathPresenter::isOurs(const QString &path)
            logger.logFilePath() == QFile::encodeName(path);
 }
 
-QString LogPathPresenter::remark(const QString &path, const LogPathCheck &check, bool countsAtOnce)
+/// Why lines of the log that is being written are missing.
+QString LogPathPresenter::problemOf(const QString &path)
+{
+    return isOurs(path) ? Logger::shared().logFileProblem() : QString();
+}
+
+QString LogPathPresenter::remark(const QString &path, const LogPathCheck &check, bool countsAtOnce,
+                                 const QString &problem)
 {
     if (path.isEmpty())
         return {};
     if (!check.isWritable())
         return check.sentence();
+    if (!problem.isEmpty())
+        return tr("this log is not complete: %1").arg(problem);
     if (check.answer == LogPathCheck::Answer::Existing && countsAtOnce && !isOurs(path))
         return tr("this file is there and is emptied when the log begins");
     return countsAtOnce ? tr("holds no names of erased files")
@@ -110,9 +119,12 @@ void LogPathPresenter::choose()
              });
 }
 
+/// The answers come in any order; the path that was named last counts.
 void LogPathPresenter::take(const QString &path)
 {
-    check(path, [this, path](const LogPathCheck &answer) {
+    check(path, [this, path, take = ++takes_](const LogPathCheck &answer) {
+        if (take != takes_)
+            return;
         UserDefaults &defaults = UserDefaults::standard();
         const bool isOther = path != defaults.text(logPathKey) && !isOurs(path);
         const bool isTaken =

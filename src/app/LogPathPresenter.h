@@ -31,8 +31,9 @@ class LogPathPresenter : public QObject
 
     void setChooser(Chooser chooser) { chooser_ = std::move(chooser); }
 
-    /// What is said of a path.
-    static QString remark(const QString &path, const LogPathCheck &check, bool countsAtOnce);
+    /// What is said of a path. `problem` is why lines are missing there, empty where none are.
+    static QString remark(const QString &path, const LogPathCheck &check, bool countsAtOnce,
+                          const QString &problem);
 
   private:
     using Answered = std::function<void(const LogPathCheck &)>;
@@ -43,9 +44,11 @@ class LogPathPresenter : public QObject
     void check(const QString &path, const Answered &answered);
     [[nodiscard]] static bool countsAtOnce(const QString &path);
     [[nodiscard]] static bool isOurs(const QString &path);
+    [[nodiscard]] static QString problemOf(const QString &path);
 
     PreferencesView *view_;
     Chooser chooser_;
     NotificationHub::Token runEnd_;
     std::uint64_t reviews_ = 0;
+    std::uint64_t takes_ = 0;
 };

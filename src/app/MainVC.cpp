@@ -337,11 +337,11 @@ void MainVC::finishedWiping()
     showBtnErrorWindow_ = queueStatsObject()->filesFailed() >= 1;
     noteUnreached();
     deleteFolders();
-    presenters_->showSummary(
-        wipeDescription_.name, showBtnErrorWindow_,
-        {std::int64_t(run_->failedFiles().size() + scanFailures_.size()), unreached_});
-    showViewFinished();
     RunLog::runEnded(wipeController_->wipeMethode(), *run_);
+    presenters_->showSummary(wipeDescription_.name, showBtnErrorWindow_,
+                             {std::int64_t(run_->failedFiles().size() + scanFailures_.size()),
+                              unreached_, Logger::shared().logFileProblem()});
+    showViewFinished();
     resetWipeValues();
     showNotification();
     NotificationHub::shared().post(NotificationName::runDidEnd, this);

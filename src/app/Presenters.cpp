@@ -129,8 +129,10 @@ void Presenters::showSummary(const QString &methodName, bool showsErrorButton,
     const QueueStatsObject &stats = *run_.queueStatsObject();
     finished_.show(stats, methodName, showsErrorButton, failures);
     header_.showErrorCount();
-    const QString end = ViewTexts::ending(stats.wipedFilesString(), stats.failedFilesString());
-    announcer_->announce(failures.unreached > 0
-                             ? end + QLatin1Char(' ') + ViewTexts::stopped(failures.unreached)
-                             : end);
+    QStringList end = {ViewTexts::ending(stats.wipedFilesString(), stats.failedFilesString())};
+    if (failures.unreached > 0)
+        end.append(ViewTexts::stopped(failures.unreached));
+    if (!failures.log.isEmpty())
+        end.append(ViewTexts::logProblem(failures.log));
+    announcer_->announce(end.join(QLatin1Char(' ')));
 }

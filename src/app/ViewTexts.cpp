@@ -151,6 +151,12 @@ QString ViewTexts::stopped(std::int64_t unreached)
                    "The run was stopped: %1 files were not erased.");
 }
 
+QString ViewTexts::logProblem(const QString &problem)
+{
+    const QString text = translated("The log is not complete: %1").arg(problem);
+    return text.endsWith(QLatin1Char('.')) ? text : text + QLatin1Char('.');
+}
+
 QString ViewTexts::ending(const QString &wipedFilesString, const QString &failedFilesString)
 {
     return translated("Finished. %1. %2 failed.").arg(wipedFilesString, failedFilesString);

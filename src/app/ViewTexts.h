@@ -55,6 +55,8 @@ QString failures(const QString &failedFilesString);
 QString notOverwritten(std::int64_t errors);
 /// What a run that was stopped did not come to.
 QString stopped(std::int64_t unreached);
+/// Why lines of the log are missing: "The log is not complete: No space left on device."
+QString logProblem(const QString &problem);
 /// What a screen reader is told at the end: "Finished. 18.40 GB in 245 files. 3 failed."
 QString ending(const QString &wipedFilesString, const QString &failedFilesString);
 

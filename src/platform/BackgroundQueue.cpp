@@ -1,11 +1,12 @@
 #include "platform/BackgroundQueue.h"
 
-#include "platform/CallList.h"
 #include "platform/ThreadSignals.h"
 
 #include <QThreadPool>
 
-#include <deque>
+#include <atomic>
+#include <limits>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -13,7 +14,12 @@ namespace {
 class HighPriorityPool : public QThreadPool
 {
   public:
-    HighPriorityPool() { setThreadPriority(QThread::HighPriority); }
+    HighPriorityPool()
+    {
+        setThreadPriority(QThread::HighPriority);
+        // The tasks wait for disks, not for processors.
+        setMaxThreadCount(std::numeric_limits<int>::max());
+    }
 };
 
 QThreadPool &pool()
@@ -22,21 +28,16 @@ QThreadPool &pool()
     return threads;
 }
 
-// The pool's own queue is invisible to the thread sanitizer, so the tasks pass beside it; the pool
-// only says when.
-CallList &handedOver()
-{
-    static CallList tasks;
-    return tasks;
-}
+// The pool's own queue is invisible to the thread sanitizer; that a task comes after its submitting
+// is seen by this.
+std::atomic<unsigned> submissions = 0;
 
-void runHandedOver()
+void run(std::function<void()> *submitted)
 {
     ThreadSignals::blockAll();
-    std::deque<CallList::Call> tasks;
-    handedOver().takeInto(tasks);
-    for (const CallList::Call &task : tasks)
-        task();
+    (void)submissions.load(std::memory_order_acquire);
+    const std::unique_ptr<std::function<void()>> task(submitted);
+    (*task)();
 }
 
 } // namespace
@@ -48,6 +49,7 @@ bool BackgroundQueue::finish(std::chrono::milliseconds limit)
 
 void BackgroundQueue::submit(std::function<void()> task)
 {
-    handedOver().push(std::move(task));
-    pool().start(runHandedOver);
+    auto *const submitted = new std::function<void()>(std::move(task));
+    submissions.fetch_add(1, std::memory_order_release);
+    pool().start([submitted] { run(submitted); });
 }

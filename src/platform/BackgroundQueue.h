@@ -3,7 +3,8 @@
 #include <chrono>
 #include <functional>
 
-/// Runs tasks on pool threads at raised priority, all signals blocked there.
+/// Runs tasks on pool threads at raised priority, all signals blocked there. No task waits for
+/// another: one that a disk never answers holds up none but itself.
 ///
 /// Thread: any; what the submitting thread wrote before submit(), the task sees
 namespace BackgroundQueue {

@@ -13,7 +13,8 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <limits>
+#include <charconv>
+#include <cmath>
 #include <unordered_set>
 
 namespace {
@@ -22,10 +23,9 @@ namespace {
 float secondsOf(const QString &text)
 {
     const QByteArray bytes = text.trimmed().toLatin1();
-    qsizetype end = 0;
-    while (end < bytes.size() && (QByteArrayView("0123456789.").contains(bytes.at(end))))
-        ++end;
-    return std::max(bytes.first(end).toFloat(), 0.0F);
+    float seconds = 0;
+    std::from_chars(bytes.cbegin(), bytes.cend(), seconds);
+    return std::isfinite(seconds) ? std::max(seconds, 0.0F) : 0.0F;
 }
 
 int millisecondsOf(float seconds)
@@ -197,11 +197,16 @@ void Logger::timerSelector()
     output();
 }
 
-/// What is logged while the list is told of the batch stays in the queue for the next one.
+/// What is logged while the list is told of the batch stays in the queue for the next one. The
+/// batch itself is still there, too, so whoever hears of it and wants another waits for that one.
 void Logger::output()
 {
+    if (isTelling_)
+        return;
     const Records snapshot = logQueue();
+    isTelling_ = true;
     writeToTableView(snapshot);
+    isTelling_ = false;
     bool hasMore = false;
     {
         const std::lock_guard guard(lock_);

@@ -88,7 +88,8 @@ class Logger : public QObject, public std::enable_shared_from_this<Logger>
     void startTimer();
     void timerSelector();
     void output();
-    /// The batch now. Main thread, like all that changes the list.
+    /// The batch now; while one is told of, the next comes by the timer. Main thread, like all that
+    /// changes the list.
     void flush() { timerSelector(); }
     void removeObjects(const Records &records);
     void removeAllObjects();
@@ -133,5 +134,6 @@ class Logger : public QObject, public std::enable_shared_from_this<Logger>
     bool timerIsRunning_ = false;
 
     Records logArray_;              ///< main thread
+    bool isTelling_ = false;        ///< of a batch; main thread
     std::unique_ptr<QTimer> timer_; ///< main thread
 };

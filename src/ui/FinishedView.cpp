@@ -52,8 +52,10 @@ void FinishedView::setSummary(const Summary &summary)
     failureBand_->setCautions(summary.hasFailures ? CautionTexts{{summary.failureText}}
                                                   : CautionTexts());
     errorLogButton_->setVisible(summary.showsErrorButton);
-    note_->setText(summary.wasStopped ? tr("No folders were removed.")
-                                      : tr("Folders that became empty were removed."));
+    const QString folders = summary.wasStopped ? tr("No folders were removed.")
+                                               : tr("Folders that became empty were removed.");
+    note_->setText(summary.logText.isEmpty() ? folders
+                                             : folders + QLatin1Char(' ') + summary.logText);
     layOutAgain();
 }
 

@@ -32,6 +32,7 @@ class FinishedView : public ContentView
         QString failureText;
         bool showsErrorButton = false;
         bool wasStopped = false; ///< before the end of the queue
+        QString logText;         ///< what is wrong with the log; goes with the note
         std::int64_t runStatus = 4;
     };
 

@@ -1,6 +1,8 @@
 #include "app/LogPathPresenter.h"
 
+#include "kit/ForwardingSystemCalls.h"
 #include "kit/Scratch.h"
+#include "platform/BackgroundQueue.h"
 #include "platform/UserDefaults.h"
 #include "ui/PathField.h"
 #include "ui/PreferencesView.h"
@@ -11,12 +13,37 @@
 #include <QFileDialog>
 #include <QTest>
 
+#include <atomic>
 #include <optional>
+#include <semaphore>
 
 namespace {
 
 const QString key = QStringLiteral("logFilePath");
 const QString atOnce = QStringLiteral("holds no names of erased files");
+
+/// A disk that answers nobody who asks for this path until it is told to.
+class SilentDisk final : public ForwardingSystemCalls
+{
+  public:
+    explicit SilentDisk(QByteArray path) : path_(std::move(path)) {}
+
+    int statusAt(int folder, const char *path, LastLink lastLink, FileStatus &status) override
+    {
+        if (path_ == path) {
+            ++asked_;
+            mayAnswer_.acquire();
+        }
+        return ForwardingSystemCalls::statusAt(folder, path, lastLink, status);
+    }
+    [[nodiscard]] int asked() const { return asked_; }
+    void answer() { mayAnswer_.release(1000); }
+
+  private:
+    QByteArray path_;
+    std::atomic<int> asked_ = 0;
+    std::counting_semaphore<> mayAnswer_{0};
+};
 
 } // namespace
 
@@ -34,6 +61,7 @@ class LogPathPresenterTest : public QObject
     void aTypedPathIsStoredAndLookedAt();
     void lookingMakesAndEmptiesNothing();
     void theLatestPathIsTheOneThatIsSpokenOf();
+    void aPathOnADiskThatDoesNotAnswerHoldsUpNoOther();
     void aNewFileIsTakenWithoutAQuestion();
     void anExistingFileIsTakenOnlyWithAYes_data();
     void anExistingFileIsTakenOnlyWithAYes();
@@ -87,17 +115,28 @@ void LogPathPresenterTest::theRemarkSaysWhatAPathIsGoodFor_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<int>("answer");
     QTest::addColumn<bool>("countsAtOnce");
+    QTest::addColumn<QString>("problem");
     QTest::addColumn<QString>("remark");
     using Answer = LogPathCheck::Answer;
-    QTest::newRow("no path") << QString() << int(Answer::NoPath) << true << QString();
-    QTest::newRow("a new file") << QStringLiteral("/a") << int(Answer::Free) << true << atOnce;
-    QTest::newRow("later") << QStringLiteral("/a") << int(Answer::Free) << false
-                           << atOnce + QStringLiteral("; counts from the next start");
-    QTest::newRow("a file") << QStringLiteral("/a") << int(Answer::Existing) << true
-                            << QStringLiteral(
-                                   "this file is there and is emptied when the log begins");
-    QTest::newRow("a folder") << QStringLiteral("/a") << int(Answer::Folder) << true
-                              << LogPathCheck{Answer::Folder, 0}.sentence();
+    const auto row = [](const char *name, const QString &path, Answer answer, bool countsAtOnce,
+                        const QString &problem, const QString &remark) {
+        QTest::newRow(name) << path << int(answer) << countsAtOnce << problem << remark;
+    };
+    const QString path = QStringLiteral("/a");
+    const QString none;
+    const QString full = QStringLiteral("No space left on device");
+    const QString isEmptied =
+        QStringLiteral("this file is there and is emptied when the log begins");
+    const QString folder = LogPathCheck{Answer::Folder, 0}.sentence();
+    row("no path", QString(), Answer::NoPath, true, none, none);
+    row("a new file", path, Answer::Free, true, none, atOnce);
+    row("later", path, Answer::Free, false, none,
+        atOnce + QStringLiteral("; counts from the next start"));
+    row("a file", path, Answer::Existing, true, none, isEmptied);
+    row("a folder", path, Answer::Folder, true, none, folder);
+    row("lines are missing", path, Answer::Existing, true, full,
+        QStringLiteral("this log is not complete: ") + full);
+    row("a folder by now", path, Answer::Folder, true, full, folder);
 }
 
 void LogPathPresenterTest::theRemarkSaysWhatAPathIsGoodFor()
@@ -105,7 +144,8 @@ void LogPathPresenterTest::theRemarkSaysWhatAPathIsGoodFor()
     QFETCH(QString, path);
     QFETCH(int, answer);
     QFETCH(bool, countsAtOnce);
-    QTEST(LogPathPresenter::remark(path, {LogPathCheck::Answer(answer), 0}, countsAtOnce),
+    QFETCH(QString, problem);
+    QTEST(LogPathPresenter::remark(path, {LogPathCheck::Answer(answer), 0}, countsAtOnce, problem),
           "remark");
 }
 
@@ -144,6 +184,26 @@ void LogPathPresenterTest::theLatestPathIsTheOneThatIsSpokenOf()
     QTRY_COMPARE(remark(), sentence);
     QTest::qWait(20);
     QCOMPARE(remark(), sentence);
+}
+
+/// And its answer, when it comes at last, counts no more.
+void LogPathPresenterTest::aPathOnADiskThatDoesNotAnswerHoldsUpNoOther()
+{
+    SilentDisk disk(scratch_->path("silent"));
+    const SystemCalls::Replacement replacement(disk);
+    for (int times = 1; times <= 10; ++times)
+        Q_EMIT view_->logPathTaken(path("silent"));
+    const bool isSilent = QTest::qWaitFor([&disk] { return disk.asked() == 10; }, 20'000);
+    Q_EMIT view_->logPathTaken(path("log"));
+    const bool isTaken = QTest::qWaitFor([this] { return remark() == atOnce; }, 20'000);
+    disk.answer();
+    QVERIFY(BackgroundQueue::finish(std::chrono::seconds(20)));
+    QVERIFY(isSilent && isTaken);
+    QCoreApplication::processEvents();
+    QCOMPARE(stored(), path("log"));
+    QVERIFY(BackgroundQueue::finish(std::chrono::seconds(20)));
+    QCoreApplication::processEvents();
+    QCOMPARE(remark(), atOnce);
 }
 
 void LogPathPresenterTest::aNewFileIsTakenWithoutAQuestion()

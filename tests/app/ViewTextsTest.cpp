@@ -44,6 +44,7 @@ class ViewTextsTest : public QObject
     void thePassFollowsTheCredit();
     void failuresComeFromTheResultText();
     void theEndIsToldInOneSentence();
+    void aLogThatIsNotCompleteIsSaidWithItsReason();
     void theDropSaysHowManyComeAndJoin();
     void theDropViewNamesTheMethod();
 };
@@ -258,6 +259,14 @@ void ViewTextsTest::theEndIsToldInOneSentence()
 {
     QCOMPARE(ViewTexts::ending(text("18.40 GB in 245 files"), text("3")),
              text("Finished. 18.40 GB in 245 files. 3 failed."));
+}
+
+void ViewTextsTest::aLogThatIsNotCompleteIsSaidWithItsReason()
+{
+    QCOMPARE(ViewTexts::logProblem(text("No space left on device")),
+             text("The log is not complete: No space left on device."));
+    QCOMPARE(ViewTexts::logProblem(text("This is a folder, not a file.")),
+             text("The log is not complete: This is a folder, not a file."));
 }
 
 void ViewTextsTest::theDropSaysHowManyComeAndJoin()

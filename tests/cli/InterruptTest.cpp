@@ -102,6 +102,10 @@ class InterruptTest : public QObject
                                    " files, not touched\nFolders: 0 of 1 removed\nElapsed: ";
         QVERIFY2(outcome.output.contains(summary), outcome.output.constData());
         const QByteArray logged = Scratch::content(log);
+        QVERIFY2(logged.startsWith("[INFO]  ") && logged.count('\n') == 2 &&
+                     logged.contains("[RunLog runStarted]Run started: 7-Pass Schneier, " +
+                                     QByteArray::number(files) + " files, "),
+                 logged.constData());
         const QByteArray lastLine =
             "Run ended: 7-Pass Schneier, " + QByteArray::number(files - left) + " files erased, " +
             QByteArray::number((files - left) * fileSize) + " bytes, 0 failed, " +
@@ -136,7 +140,8 @@ class InterruptTest : public QObject
         const QByteArray endless = makeEndlessFile(scratch);
         QVERIFY(!endless.isEmpty());
         const QByteArray next = scratch.file("next", "content");
-        Program program(scratch, {"erase", "-y", "-m10", endless, next});
+        const QByteArray log = scratch.file("log", "of the run before\n");
+        Program program(scratch, {"erase", "-y", "-m10", "--log", log, endless, next});
 
         program.start();
         QVERIFY(program.runsUntil([&endless] { return blocksOf(endless) > 0; }));
@@ -150,6 +155,12 @@ class InterruptTest : public QObject
         QVERIFY(!outcome.output.contains("Erased:"));
         QVERIFY(Scratch::exists(endless));
         QCOMPARE(Scratch::content(next), QByteArray("content"));
+        // Begun, and no word of an end.
+        const QByteArray logged = Scratch::content(log);
+        QVERIFY2(logged.startsWith("[INFO]  ") && logged.count('\n') == 1 &&
+                     logged.endsWith("Run started: 35-Pass Gutmann Method, 2 files, 268435463 "
+                                     "bytes\n"),
+                 logged.constData());
     }
 
     void aSignalDuringTheScanErasesNothing_data()
@@ -193,6 +204,38 @@ class InterruptTest : public QObject
                                         .toObject();
         QCOMPARE(folders, (QJsonObject{{QStringLiteral("found"), 1}, // it never came to the last
                                        {QStringLiteral("removed"), 0}}));
+    }
+
+    void aSignalDuringTheScanKeepsALogThatIsNotToBeWritten_data()
+    {
+        QTest::addColumn<QByteArray>("option");
+        QTest::addColumn<QByteArray>("link");
+        QTest::newRow("a dry run") << QByteArray("-n") << QByteArray("other");
+        QTest::newRow("a link to it is among what was found")
+            << QByteArray("-y") << QByteArray("log");
+    }
+    void aSignalDuringTheScanKeepsALogThatIsNotToBeWritten()
+    {
+        QFETCH(QByteArray, option);
+        QFETCH(QByteArray, link);
+        const ManyFiles many("file");
+        QVERIFY(many.isMade);
+        const QByteArray log = many.scratch.file("log", "kept");
+        const QByteArray other = many.scratch.file("other", "kept");
+        const QByteArray links = many.scratch.folder("links");
+        QVERIFY(!many.scratch.link("links/a", "../" + link).isEmpty());
+        Program::Arguments arguments(2000, many.folder);
+        arguments.insert(arguments.begin(), {"erase", option, "--log", log, links});
+        Program program(many.scratch, arguments);
+
+        program.start();
+        QVERIFY(program.runsUntil([&] { return program.hasOpen(many.folder); }));
+        program.signal(SIGINT);
+
+        QCOMPARE(program.finish().exitCode, 130);
+        QCOMPARE(Scratch::content(log), QByteArray("kept"));
+        QCOMPARE(Scratch::content(other), QByteArray("kept"));
+        QCOMPARE(many.untouched(), files);
     }
 
     void aSignalThatTheCallerIgnoresStaysIgnored()

@@ -139,6 +139,28 @@ class LogCommandTest : public QObject
         QVERIFY(Scratch::exists(file));
     }
 
+    void aDryRunMakesNoLogAndSaysWhatSpeaksAgainstIt()
+    {
+        const Scratch scratch;
+        const QByteArray file = scratch.file("a", 5);
+
+        const Outcome free = run(scratch, {"-n", "--log", "run.log", file});
+        QCOMPARE(free.exitCode, 0);
+        QCOMPARE(free.errors, QByteArray());
+        QVERIFY(free.output.contains("1 file"));
+        QVERIFY(!Scratch::exists(scratch.path("run.log")));
+
+        const Outcome missing = run(scratch, {"-n", "--log", "missing/log", file});
+        QCOMPARE(missing.exitCode, 2);
+        QCOMPARE(missing.errors,
+                 QByteArray("missing/log: The folder that should hold it does not exist.\n"));
+        const Outcome itself = run(scratch, {"-n", "--log", file, file});
+        QCOMPARE(itself.exitCode, 2);
+        QCOMPARE(itself.errors, file + ": The log is among what is to be erased\n");
+
+        QCOMPARE(Scratch::content(file), QByteArray("xxxxx"));
+    }
+
     void aNoKeepsTheOldLog()
     {
         const Scratch scratch;
@@ -151,6 +173,22 @@ class LogCommandTest : public QObject
 
         QCOMPARE(program.finish().exitCode, 2);
         QCOMPARE(Scratch::content(log), QByteArray("kept"));
+    }
+
+    void anInterruptedQuestionKeepsTheOldLog()
+    {
+        const Scratch scratch;
+        Pty pty;
+        const QByteArray log = scratch.file("run.log", "kept");
+        const QByteArray file = scratch.file("a", "content");
+        Program program(scratch, {"erase", "--log", log, file});
+        program.onTerminal(pty).start();
+        QVERIFY(program.runsUntil([&pty] { return pty.shown().contains("[y/N] "); }));
+        program.signal(SIGINT);
+
+        QCOMPARE(program.finish().exitCode, 130);
+        QCOMPARE(Scratch::content(log), QByteArray("kept"));
+        QCOMPARE(Scratch::content(file), QByteArray("content"));
     }
 
     void aLogThatCannotBeWrittenErasesNothing_data()

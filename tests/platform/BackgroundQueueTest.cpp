@@ -18,6 +18,7 @@ class BackgroundQueueTest : public QObject
   private Q_SLOTS:
     void aTaskRunsOnceOnAnotherThread();
     void submittingDoesNotWait();
+    void tasksThatDoNotEndHoldUpNoOther();
     void aTaskRunsAtRaisedPriority();
     void signalsAreBlockedInATask_data();
     void signalsAreBlockedInATask();
@@ -50,6 +51,26 @@ void BackgroundQueueTest::submittingDoesNotWait()
     QVERIFY(!hasEnded);
     mayEnd.release();
     QTRY_VERIFY(hasEnded);
+}
+
+/// More than there are processors, and handed over at once.
+void BackgroundQueueTest::tasksThatDoNotEndHoldUpNoOther()
+{
+    const int tasks = 4 * QThread::idealThreadCount() + 16;
+    std::counting_semaphore<> mayEnd(0);
+    std::atomic<int> begun = 0;
+    std::atomic<int> ended = 0;
+    for (int task = 0; task < tasks; ++task) {
+        BackgroundQueue::submit([&] {
+            ++begun;
+            mayEnd.acquire();
+            ++ended;
+        });
+    }
+    const bool haveAllBegun = QTest::qWaitFor([&] { return begun == tasks; }, 20'000);
+    mayEnd.release(tasks);
+    QTRY_COMPARE(ended.load(), tasks);
+    QVERIFY(haveAllBegun);
 }
 
 void BackgroundQueueTest::aTaskRunsAtRaisedPriority()

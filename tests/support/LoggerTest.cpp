@@ -118,12 +118,14 @@ class LoggerTest : public QObject
     // The list
     void recordsComeInBatches();
     void tenMessagesFromAWorkerComeInOrderAndInOneBatch();
+    void neverTwoTimersArePending();
     void theTimerFiresInANestedEventLoop();
     void theIntervalIsReadWithTheFirstMessage_data();
     void theIntervalIsReadWithTheFirstMessage();
     void laterMessagesDoNotPutTheBatchOff();
     void flushDoesNotWaitForTheTimer();
     void whatIsLoggedWhileABatchIsToldComesInTheNext();
+    void whoHearsOfABatchAndWantsAnotherGetsEachRecordOnce();
     void recordsAreRemovedByIdentity();
     void allRecordsAreRemoved();
     void whoHearsOfAChangeMayLog();
@@ -642,6 +644,29 @@ void LoggerTest::tenMessagesFromAWorkerComeInOrderAndInOneBatch()
     QVERIFY(isToldOnTheMainThread);
 }
 
+void LoggerTest::neverTwoTimersArePending()
+{
+    UserDefaults::standard().setValue(intervalKey, 0.02);
+    const auto logger = Logger::create();
+    QSignalSpy changed(logger.get(), &Logger::logArrayChanged);
+    // Runs what was handed to the main thread, and no timer.
+    const auto schedule = [] { QCoreApplication::sendPostedEvents(); };
+    logger->level(1, text("a"));
+    schedule();
+    logger->flush();
+    QVERIFY(!logger->timerIsRunning());
+    for (int message = 0; message < 3; ++message) {
+        logger->level(1, text("b"));
+        schedule();
+    }
+    QTRY_COMPARE(logger->logArray().size(), std::size_t(4));
+    // A second timer would fire before the one of this message, and tell of a batch of none.
+    logger->level(1, text("c"));
+    QTRY_COMPARE(logger->logArray().size(), std::size_t(5));
+    QCOMPARE(changed.size(), 3);
+    QVERIFY(!logger->timerIsRunning());
+}
+
 void LoggerTest::theTimerFiresInANestedEventLoop()
 {
     const auto logger = Logger::create();
@@ -668,6 +693,11 @@ void LoggerTest::theIntervalIsReadWithTheFirstMessage_data()
     QTest::newRow("a number") << QVariant(2.5) << 2.5F;
     QTest::newRow("a text") << QVariant(text("0.25")) << 0.25F;
     QTest::newRow("with its unit") << QVariant(text("3s")) << 3.0F;
+    QTest::newRow("tiny") << QVariant(0.00001) << 0.00001F;
+    QTest::newRow("with an exponent") << QVariant(text("1.5e2")) << 150.0F;
+    QTest::newRow("two points") << QVariant(text("1.5.2")) << 1.5F;
+    QTest::newRow("no whole part") << QVariant(text(" .5")) << 0.5F;
+    QTest::newRow("without end") << QVariant(text("inf")) << 0.0F;
     QTest::newRow("no number") << QVariant(text("soon")) << 0.0F;
     QTest::newRow("negative") << QVariant(-1) << 0.0F;
     QTest::newRow("not a number") << QVariant(text("nan")) << 0.0F;
@@ -729,6 +759,29 @@ void LoggerTest::whatIsLoggedWhileABatchIsToldComesInTheNext()
     QVERIFY(logger->timerIsRunning());
     QTRY_COMPARE(messagesOf(*logger), (QStringList{text("a"), text("b"), text("meanwhile")}));
     QVERIFY(!logger->timerIsRunning());
+}
+
+void LoggerTest::whoHearsOfABatchAndWantsAnotherGetsEachRecordOnce()
+{
+    const auto logger = Logger::create();
+    bool hasLogged = false;
+    connect(logger.get(), &Logger::logArrayWillChange, logger.get(), [&logger, &hasLogged] {
+        if (!std::exchange(hasLogged, true))
+            logger->level(1, text("meanwhile"));
+        logger->flush();
+    });
+    connect(logger.get(), &Logger::logArrayChanged, logger.get(), [&logger] { logger->flush(); });
+    QSignalSpy changed(logger.get(), &Logger::logArrayChanged);
+    logger->level(1, text("a"));
+    logger->flush();
+    QCOMPARE(messagesOf(*logger), QStringList{text("a")});
+    QCOMPARE(changed.size(), 1);
+    QTRY_COMPARE(messagesOf(*logger), (QStringList{text("a"), text("meanwhile")}));
+    QVERIFY(logger->logQueue().empty());
+    QVERIFY(!logger->timerIsRunning());
+    // A batch of none is told, too.
+    logger->flush();
+    QCOMPARE(logger->logArray().size(), std::size_t(2));
 }
 
 void LoggerTest::recordsAreRemovedByIdentity()

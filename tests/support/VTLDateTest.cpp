@@ -84,6 +84,8 @@ class VTLDateTest : public QObject
     void timeStampsAreShownInLocalTime();
     void theCalendarsDayCountsForTodayAndYesterday();
     void aDateTextWithoutAZoneIsReadAsUtc();
+    void eachMonthHasItsName_data();
+    void eachMonthHasItsName();
 
     // Zones
     void aZoneTextIsWeighedDigitByDigit_data();
@@ -98,6 +100,11 @@ class VTLDateTest : public QObject
     void lenientTextsAreRead_data();
     void lenientTextsAreRead();
     void differentSeparatorsSideBySideHaveAnEmptyPartBetweenThem();
+    void aSeparatorAtTheEndMakesTheSixthPart();
+    void aBlankInFrontMakesAnEmptyFirstPart();
+    void aYearBelowAHundredIsCountedFrom2000_data();
+    void aYearBelowAHundredIsCountedFrom2000();
+    void theOffsetIsAddedAsItIsGiven();
     void anUnknownMonthIsDecemberOfTheYearBefore();
     void figuresBeyondAllBoundsAreSurvived_data();
     void figuresBeyondAllBoundsAreSurvived();
@@ -222,6 +229,41 @@ void VTLDateTest::aDateTextWithoutAZoneIsReadAsUtc()
              autumn);
 }
 
+/// October is read as day 46 below: on each of its days a season begins or ends somewhere.
+void VTLDateTest::eachMonthHasItsName_data()
+{
+    QTest::addColumn<QString>("date");
+    QTest::addColumn<int>("dayOfTheYear");
+    QTest::addColumn<bool>("isSummer");
+    const auto row = [](const char *date, int dayOfTheYear, bool isSummer) {
+        QTest::newRow(date) << text(date) << dayOfTheYear << isSummer;
+    };
+    row("1 Jan", 0, false);
+    row("15 Jan", 14, false);
+    row("15 Feb", 31 + 14, false);
+    row("1 Mar", 31 + 28, false);
+    row("15 Apr", 31 + 28 + 31 + 14, true);
+    row("15 May", 31 + 28 + 31 + 30 + 14, true);
+    row("15 Jun", 31 + 28 + 31 + 30 + 31 + 14, true);
+    row("15 Jul", 31 + 28 + 31 + 30 + 31 + 30 + 14, true);
+    row("15 Aug", 31 + 28 + 31 + 30 + 31 + 30 + 31 + 14, true);
+    row("15 Sep", 31 + 28 + 31 + 30 + 31 + 30 + 31 + 31 + 14, true);
+    row("15 Nov", 365 - 31 - 30 + 14, false);
+    row("15 Dec", 365 - 31 + 14, false);
+    row("31 Dec", 365 - 1, false);
+}
+
+void VTLDateTest::eachMonthHasItsName()
+{
+    QFETCH(QString, date);
+    QFETCH(int, dayOfTheYear);
+    QFETCH(bool, isSummer);
+    constexpr std::int64_t newYear = 1640995200; // 1 Jan 2022 00:00:00 UTC
+    const std::int64_t offset = isSummer ? zone_->summerOffset : zone_->autumnOffset;
+    QCOMPARE(VTLDate::timestampFromDateString(date + text(" 2022 12:34:56 +0000"), offset),
+             newYear + dayOfTheYear * 86400 + 12 * 3600 + 34 * 60 + 56);
+}
+
 void VTLDateTest::aZoneTextIsWeighedDigitByDigit_data()
 {
     QTest::addColumn<QString>("zone");
@@ -255,6 +297,8 @@ void VTLDateTest::aZoneTextIsWeighedDigitByDigit_data()
     row("IST", 21000);  // by way of "+0550"
     row("NST", -13800); // "-0350"
     row("XYZ", 0);
+    row("-100", -3 * 36000 + 3600); // four characters: no sign, and "-" is three before "0"
+    row("GMT+10", 23 * 36000 + 29 * 3600 + 36 * 600 - 5 * 10); // it too
     row("AB10", 17 * 36000 + 18 * 3600 + 600); // counts as numeric, since it ends with 0
     QTest::newRow("null") << QString() << std::int64_t(0);
     QTest::newRow("beyond Latin") << QString(QChar(0x416)) << std::int64_t(0);
@@ -312,6 +356,28 @@ void VTLDateTest::anAbbreviationBecomesANumericZone_data()
     row("SST", "-1100");
     row("AST", "-0400");
     row("BRT", "-0300");
+    row("ADT", "-0300");
+    row("AKDT", "-0800");
+    row("ART", "-0300");
+    row("BRST", "-0200");
+    row("CAT", "+0200");
+    row("CLST", "-0300");
+    row("CLT", "-0400");
+    row("COT", "-0500");
+    row("GST", "+0400");
+    row("HDT", "-0900");
+    row("ICT", "+0700");
+    row("IDT", "+0300");
+    row("MEST", "+0200");
+    row("MET", "+0100");
+    row("MSD", "+0400");
+    row("PET", "-0500");
+    row("PHT", "+0800");
+    row("SGT", "+0800");
+    row("TRT", "+0300");
+    row("WAT", "+0100");
+    row("WIT", "+0900");
+    row("WITA", "+0800");
     // hundredths of an hour
     row("IST", "+0550");
     row("IRST", "+0350");
@@ -377,6 +443,10 @@ void VTLDateTest::lenientTextsAreRead_data()
     QTest::newRow("a blank at the end: an empty zone") << text("15 Nov 2022 08:12:31 ");
     QTest::newRow("more behind the zone") << text("15 Nov 2022 08:12:31 +0000 (GMT)");
     QTest::newRow("an unknown zone") << text("15 Nov 2022 08:12:31 XYZ");
+    QTest::newRow("more commas") << text("Tue, 15 Nov 2022 08:12:31 +0000 , GMT, later");
+    QTest::newRow("a comma behind all else") << text("15 Nov 2022 08:12:31 +0000 (GMT),");
+    QTest::newRow("a comma counts wherever it is") << text("12 Dec 2012 01:02:03 -0500 is past, 15 "
+                                                           "Nov 2022 08:12:31 +0000");
     QTest::newRow("second 91") << text("15 Nov 2022 08:11:91 +0000");
     QTest::newRow("day 46 of October") << text("46 Oct 2022 08:12:31 +0000");
     QTest::newRow("a year below 100, in three digits") << text("15 Nov 022 08:12:31 +0000");
@@ -399,6 +469,61 @@ void VTLDateTest::differentSeparatorsSideBySideHaveAnEmptyPartBetweenThem()
                              "15 Nov 2022 08:12::31 +0000"})
         QCOMPARE(VTLDate::timestampFromDateString(text(date), zone_->autumnOffset),
                  autumn - 31 - 111600);
+}
+
+/// Enough for a date, with second 0.
+void VTLDateTest::aSeparatorAtTheEndMakesTheSixthPart()
+{
+    for (const char *date : {"15 Nov 2022 08:12:", "15 Nov 2022 08:12 ", "15 Nov 2022 08:12   "})
+        QCOMPARE(VTLDate::timestampFromDateString(text(date), zone_->autumnOffset), autumn - 31);
+}
+
+/// Day 0 of an unknown month of 2000, so 30 Nov 1999, and 2022 hours, 8 minutes and 12 seconds: 22
+/// Feb 2000 06:08:12. "31" is taken for the zone.
+void VTLDateTest::aBlankInFrontMakesAnEmptyFirstPart()
+{
+    constexpr std::int64_t february = 951199692;
+    for (const char *date : {" 15 Nov 2022 08:12:31", "   15 Nov 2022 08:12:31 +0000"})
+        QCOMPARE(VTLDate::timestampFromDateString(text(date), zone_->autumnOffset),
+                 february - 111600);
+}
+
+void VTLDateTest::aYearBelowAHundredIsCountedFrom2000_data()
+{
+    QTest::addColumn<QString>("year");
+    QTest::addColumn<std::int64_t>("newYear");
+    // 1 Jan of the year, 00:00:00 UTC: 365 days a year and the leap days between it and 1970
+    const auto row = [](const char *year, std::int64_t years, std::int64_t leapDays) {
+        QTest::newRow(*year == 0 ? "empty" : year)
+            << text(year) << (years * 365 + leapDays) * std::int64_t(86400);
+    };
+    row("0", 30, 7);    // 2000; 1972 to 1996
+    row("00", 30, 7);   // 2000
+    row("", 30, 7);     // 2000
+    row("9", 39, 10);   // 2009; 2000, 2004, 2008 too
+    row("99", 129, 32); // 2099; up to 2096
+    row("-1", 29, 7);   // 1999
+    // itself; 468 years that 4 divides, but for 15 centuries that 400 does not
+    row("100", -1870, -(468 - 15));
+    row("1999", 29, 7);
+    row("2100", 130, 32);
+}
+
+void VTLDateTest::aYearBelowAHundredIsCountedFrom2000()
+{
+    QFETCH(QString, year);
+    QFETCH(std::int64_t, newYear);
+    const QString date = QStringLiteral("1:Jan:%1:00:00:00:+0000").arg(year);
+    QCOMPARE(VTLDate::timestampFromDateString(date, zone_->autumnOffset), newYear);
+}
+
+/// It need not be the local one: what is added is all that is done with it.
+void VTLDateTest::theOffsetIsAddedAsItIsGiven()
+{
+    const QString date = text("Tue, 15 Nov 2022 08:12:31 +0000");
+    for (const std::int64_t offset : {std::int64_t(0), std::int64_t(-1), std::int64_t(1'000'000)})
+        QCOMPARE(VTLDate::timestampFromDateString(date, zone_->autumnOffset + offset),
+                 autumn + offset);
 }
 
 void VTLDateTest::anUnknownMonthIsDecemberOfTheYearBefore()

@@ -23,6 +23,7 @@ class FinishedViewTest : public QObject
     void elementsStandAtTheirPlaces();
     void theCardHasThreeParts();
     void itShowsTheSummary();
+    void whatIsWrongWithTheLogStandsBehindTheNote();
     void withoutFailuresThereIsNeitherBandNorBadge();
     void withFailuresThereAreBandAndBadge();
     void theBadgeStandsOnADiscOfTheWindow();
@@ -131,6 +132,26 @@ void FinishedViewTest::itShowsTheSummary()
     QCOMPARE(view_->eraseMoreButton()->text(), QStringLiteral("Erase More Files"));
     QCOMPARE(view_->errorLogButton()->text(), QStringLiteral("Show Error Log"));
     QCOMPARE(view_->statusPicture()->runStatus(), std::int64_t(4));
+}
+
+/// And nothing else becomes another: the run has not failed.
+void FinishedViewTest::whatIsWrongWithTheLogStandsBehindTheNote()
+{
+    FinishedView::Summary summary = good();
+    summary.logText = QStringLiteral("The log is not complete: No space left on device.");
+    view_->setSummary(summary);
+    QCOMPARE(view_->note()->text(),
+             QStringLiteral("Folders that became empty were removed. The log is not complete: No "
+                            "space left on device."));
+    QVERIFY(view_->failureBand()->isHidden());
+    QVERIFY(view_->errorLogButton()->isHidden());
+    QCOMPARE(view_->firstFocus(), view_->eraseMoreButton());
+    summary.wasStopped = true;
+    view_->setSummary(summary);
+    QCOMPARE(view_->note()->text(), QStringLiteral("No folders were removed. The log is not "
+                                                   "complete: No space left on device."));
+    view_->setSummary(good());
+    QCOMPARE(view_->note()->text(), QStringLiteral("Folders that became empty were removed."));
 }
 
 void FinishedViewTest::withoutFailuresThereIsNeitherBandNorBadge()
