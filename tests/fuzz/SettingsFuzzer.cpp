@@ -74,11 +74,13 @@ class Place
     QString folder_; ///< below the working folder
 };
 
+/// Half of a surrogate pair, which an escape in the file can say, is no text and cannot be written.
 QStringList readAll(const UserDefaults &defaults)
 {
     QStringList texts;
     for (auto key = fallbacks().keyBegin(); key != fallbacks().keyEnd(); ++key) {
-        texts.append(defaults.text(*key));
+        const QString text = defaults.text(*key);
+        texts.append(text.isValidUtf16() ? text : QString());
         texts.append(QString::number(defaults.integer(*key)));
         require(defaults.boolean(*key) == (defaults.integer(*key) != 0), "a switch is a number");
     }
