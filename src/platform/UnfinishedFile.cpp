@@ -49,14 +49,15 @@ mode_t fileModeMask()
 
 } // namespace
 
-UnfinishedFile::UnfinishedFile(Descriptor folder, Descriptor file, QByteArray partName)
-    : folder_(std::move(folder)), file_(std::move(file)), partName_(std::move(partName))
+UnfinishedFile::UnfinishedFile(Kind kind, Descriptor folder, Descriptor file, QByteArray partName)
+    : kind_(kind), folder_(std::move(folder)), file_(std::move(file)),
+      partName_(std::move(partName))
 {
 }
 
 UnfinishedFile::~UnfinishedFile()
 {
-    removePart();
+    discard();
 }
 
 std::unique_ptr<UnfinishedFile> UnfinishedFile::make(const QByteArray &folder,
@@ -77,7 +78,7 @@ std::unique_ptr<UnfinishedFile> UnfinishedFile::make(const QByteArray &folder,
     if (error)
         return nullptr;
     return std::unique_ptr<UnfinishedFile>(
-        new UnfinishedFile(std::move(place), std::move(file), partName));
+        new UnfinishedFile(kind, std::move(place), std::move(file), partName));
 }
 
 int UnfinishedFile::write(QByteArrayView bytes)
@@ -130,41 +131,54 @@ int UnfinishedFile::keep(const QByteArray &stem, const QByteArray &extension, QB
 
 int UnfinishedFile::giveName(const QByteArray &name)
 {
-    if (!partName_.isEmpty())
-        return movePart(name);
+    int error = kind_ == Kind::OneName ? EPERM : addName(name);
+    if (error && error != EEXIST && !partName_.isEmpty())
+        error = movePart(name);
+    if (!error)
+        discard();
+    return error;
+}
+
+/// By way of the descriptor, so that it is this file whatever stands under its first name.
+int UnfinishedFile::addName(const QByteArray &name)
+{
     const QByteArray itself = "/proc/self/fd/" + QByteArray::number(file_.fd());
     const int result =
         ::linkat(AT_FDCWD, itself.constData(), folder_.fd(), name.constData(), AT_SYMLINK_FOLLOW);
     return result == 0 ? 0 : errno;
 }
 
-/// Some file systems know no renaming that keeps what is there, others no second names.
+/// A rename goes by name only, so what it moved is looked at again.
 int UnfinishedFile::movePart(const QByteArray &name)
 {
-    int error = 0;
-    if (::renameat2(folder_.fd(), partName_.constData(), folder_.fd(), name.constData(),
-                    RENAME_NOREPLACE) != 0)
-        error = errno;
-    if (error == EINVAL || error == ENOSYS) {
-        error = 0;
-        if (::linkat(folder_.fd(), partName_.constData(), folder_.fd(), name.constData(), 0) != 0)
-            return errno;
-        removePart();
-    }
-    if (error == 0)
-        partName_.clear();
-    return error;
+    if (!isNamed(partName_))
+        return ENOENT;
+    const auto moved = [this](const QByteArray &from, const QByteArray &to) {
+        return ::renameat2(folder_.fd(), from.constData(), folder_.fd(), to.constData(),
+                           RENAME_NOREPLACE) == 0;
+    };
+    if (!moved(partName_, name))
+        return errno;
+    if (isNamed(name))
+        return 0;
+    moved(name, partName_);
+    return ENOENT;
 }
 
-void UnfinishedFile::removePart()
+bool UnfinishedFile::isNamed(const QByteArray &name) const
 {
     FileStatus ours;
     FileStatus there;
     SystemCalls &calls = SystemCalls::current();
-    if (!partName_.isEmpty() && calls.status(file_.fd(), ours) == 0 &&
-        calls.statusAt(folder_.fd(), partName_.constData(), SystemCalls::LastLink::Stop, there) ==
-            0 &&
-        ours.isSameFile(there))
-        calls.unlink(folder_.fd(), partName_.constData());
+    return calls.status(file_.fd(), ours) == 0 &&
+           calls.statusAt(folder_.fd(), name.constData(), SystemCalls::LastLink::Stop, there) ==
+               0 &&
+           ours.isSameFile(there);
+}
+
+void UnfinishedFile::discard()
+{
+    if (!partName_.isEmpty() && isNamed(partName_))
+        SystemCalls::current().unlink(folder_.fd(), partName_.constData());
     partName_.clear();
 }

@@ -1,7 +1,10 @@
 #include "app/UpdatePresenter.h"
 
+#include "app/Termination.h"
+#include "app/update/HeldReading.h"
 #include "app/update/UpdateTexts.h"
 #include "app/update/UpdaterScene.h"
+#include "ui/MainMenu.h"
 #include "ui/RunningDialog.h"
 #include "ui/TextLabel.h"
 #include "ui/ThemedPreferences.h"
@@ -9,6 +12,35 @@
 #include <QTest>
 
 #include <optional>
+
+using Ends = void (Termination::*)();
+Q_DECLARE_METATYPE(Ends)
+
+namespace {
+
+/// The half of a file, and then nothing.
+LoopbackServer::Answer half(const QByteArray &file)
+{
+    return [file](QTcpSocket *socket) {
+        socket->write(LoopbackServer::head(file.size()) + file.first(file.size() / 2));
+    };
+}
+
+/// The application's end, without that of the test's process: `isErasing` as long as it says.
+Termination::Actions actions(bool isErasing, std::function<void(int)> endNow = {})
+{
+    Termination::Actions actions;
+    actions.isErasing = [isErasing] { return isErasing; };
+    actions.stopErasing = [] {};
+    actions.filesRemaining = [] { return std::int64_t(1); };
+    actions.stopScan = [] {};
+    actions.stopListening = [] {};
+    actions.leave = [] { QApplication::quit(); };
+    actions.endNow = std::move(endNow);
+    return actions;
+}
+
+} // namespace
 
 class UpdatePresenterTest : public QObject
 {
@@ -28,6 +60,14 @@ class UpdatePresenterTest : public QObject
     void whoAskedInVainGetsOneSentence();
     void anOfferNobodyAskedForWaitsUntilItSuits();
     void switchedOffAnOfferThatWaitsIsDropped();
+    void anOfferHearsNoShortcutOfTheWindow();
+    void theApplicationEndsThoughAnOfferIsOpen_data() { ends(); }
+    void theApplicationEndsThoughAnOfferIsOpen();
+    void theApplicationEndsThoughADownloadRuns_data() { ends(); }
+    void theApplicationEndsThoughADownloadRuns();
+    void theApplicationEndsThoughASignatureIsChecked();
+    void cutOffNothingOfADownloadStays_data();
+    void cutOffNothingOfADownloadStays();
 
   private:
     UpdatePresenter &presenter()
@@ -40,6 +80,15 @@ class UpdatePresenterTest : public QObject
         }
         return *presenter_;
     }
+
+    static void ends()
+    {
+        QTest::addColumn<Ends>("end");
+        QTest::newRow("the user quits") << &Termination::quit;
+        QTest::newRow("the system wants it") << &Termination::stop;
+    }
+    /// Asks for the release and takes it. `act` runs once some of it stands in the folder.
+    void download(const std::function<void()> &act);
 
     std::optional<ThemedPreferences> preferences_;
     std::optional<UpdaterScene> scene_;
@@ -184,6 +233,127 @@ void UpdatePresenterTest::switchedOffAnOfferThatWaitsIsDropped()
     QVERIFY(!presenter().hasWaitingOffer());
     QVERIFY(answers.asked().empty());
     QVERIFY(!presenter().updater().isBusy());
+}
+
+/// As in every modal dialog; the window below is not reached.
+void UpdatePresenterTest::anOfferHearsNoShortcutOfTheWindow()
+{
+    scene_->serve();
+    QWidget window;
+    MainMenu menu(&window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    int quits = 0;
+    connect(menu.quit(), &QAction::triggered, this, [&quits] { ++quits; });
+    QTest::keyClick(window.windowHandle(), Qt::Key_Q, Qt::ControlModifier);
+    QCOMPARE(quits, 1);
+    bool isOpenStill = false;
+    RunningDialog::whenShown([&](DialogBox &offer) {
+        RunningDialog::press(offer, Qt::Key_Q, Qt::ControlModifier);
+        isOpenStill = offer.isVisible() && RunningDialog::current() == &offer;
+        RunningDialog::press(offer, Qt::Key_Escape);
+    });
+    presenter().updater().checkForUpdates();
+    QTRY_VERIFY(isOpenStill && !presenter().updater().isBusy());
+    QCOMPARE(quits, 1);
+    QCOMPARE(UpdateSettings::skippedVersion(), QString());
+    QCOMPARE(scene_->server.count("/file"), 0);
+}
+
+void UpdatePresenterTest::theApplicationEndsThoughAnOfferIsOpen()
+{
+    QFETCH(Ends, end);
+    scene_->serve();
+    Termination termination(actions(false));
+    RunningDialog::whenShown([&](DialogBox &) { (termination.*end)(); });
+    presenter().updater().checkForUpdates();
+    QCOMPARE(QApplication::exec(), 0);
+    QVERIFY(!RunningDialog::current());
+    QVERIFY(!presenter().updater().isBusy());
+    QCOMPARE(UpdateSettings::skippedVersion(), QString());
+    QCOMPARE(scene_->server.count("/file"), 0);
+    QCOMPARE(scene_->files(), QStringList());
+}
+
+void UpdatePresenterTest::download(const std::function<void()> &act)
+{
+    scene_->settings.unfinished = UnfinishedFile::Kind::Named;
+    RunningDialog::whenShown([this, act](DialogBox &offer) {
+        RunningDialog::whenShown([this, act](DialogBox &) {
+            QTRY_COMPARE(scene_->files().size(), 1);
+            act();
+        });
+        offer.buttonPressed(offer.buttonsArray().first());
+    });
+    presenter().updater().checkForUpdates();
+}
+
+void UpdatePresenterTest::theApplicationEndsThoughADownloadRuns()
+{
+    QFETCH(Ends, end);
+    scene_->serve();
+    scene_->server.answer("/file", half(scene_->file));
+    Termination termination(actions(false));
+    QStringList atTheEnd(QStringLiteral("not asked"));
+    download([&] {
+        (termination.*end)();
+        atTheEnd = scene_->files();
+    });
+    QCOMPARE(QApplication::exec(), 0);
+    QCOMPARE(atTheEnd, QStringList());
+    QVERIFY(!RunningDialog::current());
+    QVERIFY(!presenter().updater().isBusy());
+    QCOMPARE(scene_->files(), QStringList());
+}
+
+void UpdatePresenterTest::theApplicationEndsThoughASignatureIsChecked()
+{
+    scene_->serve();
+    Termination termination(actions(false));
+    {
+        HeldReading reading;
+        download([&] {
+            QTRY_VERIFY(reading.isReached());
+            termination.quit();
+        });
+        QCOMPARE(QApplication::exec(), 0);
+        // As long as it is held: the process need not wait for it.
+        QCOMPARE(scene_->files(), QStringList());
+    }
+    presenter_.reset();
+    QCOMPARE(scene_->files(), QStringList());
+    QVERIFY(scene_->revealed.empty());
+}
+
+void UpdatePresenterTest::cutOffNothingOfADownloadStays_data()
+{
+    QTest::addColumn<Ends>("end");
+    QTest::addColumn<int>("code");
+    QTest::newRow("the user says Yes") << &Termination::quit << 0;
+    QTest::newRow("a file takes too long") << &Termination::stop << 143;
+}
+
+/// Behind the cut nothing is done any more, so it has to be gone before.
+void UpdatePresenterTest::cutOffNothingOfADownloadStays()
+{
+    QFETCH(Ends, end);
+    scene_->serve();
+    scene_->server.answer("/file", half(scene_->file));
+    QStringList atTheCut(QStringLiteral("not asked"));
+    int code = -1;
+    Termination termination(actions(true, [&](int exitCode) {
+        atTheCut = scene_->files();
+        code = exitCode;
+        QApplication::quit();
+    }));
+    termination.setPatience(std::chrono::milliseconds(1));
+    download([&] {
+        const DialogBox::Answers answers({DialogGeometry::FirstButton});
+        (termination.*end)();
+    });
+    QApplication::exec();
+    QTEST(code, "code");
+    QCOMPARE(atTheCut, QStringList());
 }
 
 QTEST_MAIN(UpdatePresenterTest)

@@ -34,6 +34,32 @@ class StutteringWrites : public ForwardingSystemCalls
     bool wasInterrupted_ = false;
 };
 
+/// Puts another file in a part's place, right behind the look whether it is still the same.
+class SwappingAfterTheLook : public ForwardingSystemCalls
+{
+  public:
+    explicit SwappingAfterTheLook(const Scratch &scratch) : scratch_(scratch) {}
+
+    int statusAt(int folder, const char *path, LastLink lastLink, FileStatus &status) override
+    {
+        const int result = real().statusAt(folder, path, lastLink, status);
+        if (swaps-- == 0)
+            swap(scratch_);
+        return result;
+    }
+    static void swap(const Scratch &scratch)
+    {
+        const auto part = scratch.path("a.deb.part");
+        QCOMPARE(::rename(part.constData(), scratch.path("moved").constData()), 0);
+        scratch.file("a.deb.part", "theirs");
+    }
+
+    int swaps = 0; ///< behind which look, from 0
+
+  private:
+    const Scratch &scratch_;
+};
+
 QByteArrayList namesIn(const QByteArray &folder)
 {
     QByteArrayList names;
@@ -72,6 +98,13 @@ class UnfinishedFileTest : public QObject
     void noNameIsTakenFromAnother();
     void aPartThatIsAnothersStays();
     void aPartThatWasExchangedStays();
+    void whatTookThePartsPlaceIsNotKept_data();
+    void whatTookThePartsPlaceIsNotKept();
+    void theFileIsKeptThoughItsPartWasExchanged();
+    void discardedItHasNoNameAndCanStillBeRead_data() { kinds(); }
+    void discardedItHasNoNameAndCanStillBeRead();
+    void whatIsKeptIsNotDiscarded_data() { kinds(); }
+    void whatIsKeptIsNotDiscarded();
     void shortAndInterruptedWritesGoOn();
     void failuresAreErrorNumbers();
     void whatIsReadBackHasTheLengthThatWasAskedFor();
@@ -83,6 +116,7 @@ class UnfinishedFileTest : public QObject
         QTest::addColumn<Kind>("kind");
         QTest::newRow("nameless") << Kind::Nameless;
         QTest::newRow("named") << Kind::Named;
+        QTest::newRow("one name") << Kind::OneName;
     }
 };
 
@@ -171,10 +205,72 @@ void UnfinishedFileTest::aPartThatWasExchangedStays()
     const Scratch scratch;
     const auto path = scratch.path("a.deb.part");
     auto file = made(scratch, Kind::Named);
-    QCOMPARE(::rename(path.constData(), scratch.path("moved").constData()), 0);
-    scratch.file("a.deb.part", "theirs");
+    SwappingAfterTheLook::swap(scratch);
     file.reset();
     QCOMPARE(Scratch::content(path), QByteArray("theirs"));
+}
+
+void UnfinishedFileTest::whatTookThePartsPlaceIsNotKept_data()
+{
+    QTest::addColumn<bool>("isBehindTheLook");
+    QTest::newRow("before") << false;
+    QTest::newRow("in the last moment") << true;
+}
+
+void UnfinishedFileTest::whatTookThePartsPlaceIsNotKept()
+{
+    QFETCH(bool, isBehindTheLook);
+    const Scratch scratch;
+    SwappingAfterTheLook calls(scratch);
+    const SystemCalls::Replacement replacement(calls);
+    auto file = made(scratch, Kind::OneName);
+    QCOMPARE(file->write("ours"), 0);
+    if (!isBehindTheLook) {
+        calls.swaps = -1;
+        SwappingAfterTheLook::swap(scratch);
+    }
+    QByteArray name;
+    QCOMPARE(file->keep("a", ".deb", name), ENOENT);
+    file.reset();
+    QCOMPARE(namesIn(scratch.path()), (QByteArrayList{"a.deb.part", "moved"}));
+    QCOMPARE(Scratch::content(scratch.path("a.deb.part")), QByteArray("theirs"));
+    QCOMPARE(Scratch::content(scratch.path("moved")), QByteArray("ours"));
+}
+
+void UnfinishedFileTest::theFileIsKeptThoughItsPartWasExchanged()
+{
+    const Scratch scratch;
+    auto file = made(scratch, Kind::Named);
+    QCOMPARE(file->write("ours"), 0);
+    SwappingAfterTheLook::swap(scratch);
+    QByteArray name;
+    QCOMPARE(file->keep("a", ".deb", name), 0);
+    file.reset();
+    QCOMPARE(Scratch::content(scratch.path("a.deb")), QByteArray("ours"));
+    QCOMPARE(Scratch::content(scratch.path("a.deb.part")), QByteArray("theirs"));
+}
+
+void UnfinishedFileTest::discardedItHasNoNameAndCanStillBeRead()
+{
+    QFETCH(Kind, kind);
+    const Scratch scratch;
+    const auto file = made(scratch, kind);
+    QCOMPARE(file->write("bytes"), 0);
+    file->discard();
+    QCOMPARE(namesIn(scratch.path()), QByteArrayList());
+    QCOMPARE(file->content(5), QByteArray("bytes"));
+    QCOMPARE(file->sync(), 0);
+}
+
+void UnfinishedFileTest::whatIsKeptIsNotDiscarded()
+{
+    QFETCH(Kind, kind);
+    const Scratch scratch;
+    const auto file = made(scratch, kind);
+    QByteArray name;
+    QCOMPARE(file->keep("a", ".deb", name), 0);
+    file->discard();
+    QCOMPARE(namesIn(scratch.path()), QByteArrayList{"a.deb"});
 }
 
 void UnfinishedFileTest::shortAndInterruptedWritesGoOn()

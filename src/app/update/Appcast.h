@@ -23,6 +23,9 @@
 ///
 /// All but the enclosure may also stand as an attribute of the item.
 ///
+/// The signature says who made the file, not which version it is: who has power over the feed's
+/// host can offer an old file of ours under a newer number, though never a file of their own.
+///
 /// Thread: any (a value)
 class Appcast
 {

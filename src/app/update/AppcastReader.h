@@ -6,7 +6,8 @@
 
 /// Reads one feed. The bytes come from the network and are believed in nothing: no document type is
 /// taken, so there are no entities but XML's own; no text is kept longer than its bound; nesting
-/// costs no stack.
+/// costs no stack. Blanks at the ends of a text are cut off on purpose, since feeds are laid out
+/// with them; whoever compares the texts does so exactly.
 ///
 /// Names count as the feed writes them, prefix and all; a prefix that is not declared breaks the
 /// feed, like anything else that is not well-formed.

@@ -94,23 +94,28 @@ void Transfer::follow(const QUrl &url)
     }
 }
 
-void Transfer::read()
+/// Whether it goes on. If not, this may be gone. What comes with a refusal is passed over, for an
+/// answer that is not read never ends.
+bool Transfer::read()
 {
-    while (reply_ && status() == ok && reply_->bytesAvailable() > 0) {
-        silence_.start(request_.silence);
+    const bool isWanted = status() == ok;
+    while (reply_->bytesAvailable() > 0) {
+        if (isWanted)
+            silence_.start(request_.silence);
         const QByteArray piece = reply_->read(bufferSize);
         received_ += piece.size();
-        if (received_ > request_.largest)
-            end(End::TooLarge);
-        else if (!take_(piece))
-            end(End::Stopped);
+        const bool isTooLarge = received_ > request_.largest;
+        if (isTooLarge || (isWanted && !take_(piece))) {
+            end(!isWanted ? End::Refused : isTooLarge ? End::TooLarge : End::Stopped);
+            return false;
+        }
     }
+    return true;
 }
 
 void Transfer::finished()
 {
-    read();
-    if (!reply_)
+    if (!read())
         return;
     const bool isWhole = reply_->error() == QNetworkReply::NoError;
     if (isWhole && status() == ok)
@@ -119,6 +124,7 @@ void Transfer::finished()
         end(isWhole || status() >= firstError ? End::Refused : End::Unreachable);
 }
 
+/// The last that is done in any operation: behind it, this may be gone.
 void Transfer::end(End end)
 {
     release();

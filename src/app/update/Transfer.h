@@ -60,7 +60,7 @@ class Transfer : public QObject
     void ask(const QUrl &url);
     void look();
     void follow(const QUrl &url);
-    void read();
+    bool read();
     void finished();
     void end(End end);
     void release();

@@ -8,15 +8,18 @@
 #include <QDir>
 #include <QFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
+
+using namespace std::chrono_literals;
 
 UpdateDownload::UpdateDownload(QNetworkAccessManager &network, Plan plan, Listener listener)
     : plan_(std::move(plan)), listener_(std::move(listener)),
       self_(std::make_shared<UpdateDownload *>(this))
 {
     QDir().mkpath(QFile::decodeName(plan_.folder));
-    file_ = UnfinishedFile::make(plan_.folder, plan_.stem + plan_.extension, error_);
+    file_ = UnfinishedFile::make(plan_.folder, plan_.stem + plan_.extension, error_, plan_.kind);
     if (file_)
         transfer_ = std::make_unique<Transfer>(
             network, plan_.request, [this](const QByteArray &piece) { return take(piece); },
@@ -25,7 +28,11 @@ UpdateDownload::UpdateDownload(QNetworkAccessManager &network, Plan plan, Listen
         post([this] { notWritten(error_); });
 }
 
-UpdateDownload::~UpdateDownload() = default;
+UpdateDownload::~UpdateDownload()
+{
+    if (file_)
+        file_->discard();
+}
 
 /// Runs the call later, if this is still there.
 void UpdateDownload::post(std::function<void()> call)
@@ -67,6 +74,14 @@ UpdateOutcome UpdateDownload::outcomeOf(Transfer::End end, UpdateOutcome whereTo
     }
 }
 
+std::chrono::milliseconds UpdateDownload::longestTime(std::int64_t bytes, std::int64_t leastRate,
+                                                      std::chrono::milliseconds grace)
+{
+    const std::chrono::milliseconds most = 24h;
+    const std::int64_t seconds = std::min<std::int64_t>(bytes / leastRate, most / 1s);
+    return std::min(most, seconds * 1s + grace);
+}
+
 void UpdateDownload::transferEnded(Transfer::End end)
 {
     if (error_)
@@ -79,20 +94,17 @@ void UpdateDownload::transferEnded(Transfer::End end)
         check();
 }
 
+/// The file goes along with the answer, so that it is closed where it was opened.
 void UpdateDownload::check()
 {
-    BackgroundQueue::submit([weak = std::weak_ptr(self_), file = std::exchange(file_, nullptr),
-                             key = plan_.key, signature = plan_.signature,
-                             length = received_]() mutable {
+    BackgroundQueue::submit([weak = std::weak_ptr(self_), file = file_, key = plan_.key,
+                             signature = plan_.signature, length = received_]() mutable {
         const auto content = file->content(length);
         const bool isSigned = content && key.verifies(*content, signature);
         const int error = !content ? EIO : isSigned ? file->sync() : 0;
         MainThread::post([weak = std::move(weak), file = std::move(file), isSigned, error] {
-            const auto self = weak.lock();
-            if (!self)
-                return;
-            (*self)->file_ = file;
-            (*self)->checked(isSigned, error);
+            if (const auto self = weak.lock())
+                (*self)->checked(isSigned, error);
         });
     });
 }
@@ -123,7 +135,6 @@ void UpdateDownload::notWritten(int error)
 
 void UpdateDownload::end(const Result &result)
 {
-    file_.reset();
     const auto ended = std::exchange(listener_.ended, nullptr);
     ended(result);
 }

@@ -9,13 +9,15 @@
 #include <QByteArray>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
 
 /// One release on its way into the user's download folder. The file gets its name only when it has
-/// the right length and bears the right signature; until then, and in every other case, nothing of
-/// it stands there (UnfinishedFile says what a killed process can leave). Runs nothing.
+/// the right length and bears the right signature; in every other case nothing of it stands there
+/// once this has gone (UnfinishedFile says what stands there meanwhile, and what a killed process
+/// can leave). Runs nothing.
 ///
 /// Ed25519 wants a message whole: the file is read back from the disk into memory, on another
 /// thread, which the largest file that is taken bounds.
@@ -34,6 +36,7 @@ class UpdateDownload
         QByteArray folder; ///< made if need be
         QByteArray stem;   ///< of the name
         QByteArray extension;
+        UnfinishedFile::Kind kind = UnfinishedFile::Kind::Nameless;
     };
     struct Result
     {
@@ -49,12 +52,17 @@ class UpdateDownload
     };
 
     UpdateDownload(QNetworkAccessManager &network, Plan plan, Listener listener);
-    ~UpdateDownload(); ///< nothing of an unfinished one stays
+    /// Nothing of an unfinished one stays, from now on, though its signature be looked at still.
+    ~UpdateDownload();
     UpdateDownload(const UpdateDownload &) = delete;
     UpdateDownload &operator=(const UpdateDownload &) = delete;
 
     /// What the user is told of a transfer that failed. Pure.
     static UpdateOutcome outcomeOf(Transfer::End end, UpdateOutcome whereTooLarge);
+    /// How long so many bytes may take at the least rate, in bytes a second, and `grace` besides;
+    /// never more than a day. Pure.
+    static std::chrono::milliseconds longestTime(std::int64_t bytes, std::int64_t leastRate,
+                                                 std::chrono::milliseconds grace);
 
   private:
     bool take(const QByteArray &piece);
@@ -69,8 +77,8 @@ class UpdateDownload
 
     Plan plan_;
     Listener listener_;
-    std::shared_ptr<UnfinishedFile> file_;
-    int error_ = 0; ///< of writing
+    std::shared_ptr<UnfinishedFile> file_; ///< the other thread reads it, too
+    int error_ = 0;                        ///< of writing
     std::int64_t received_ = 0;
     std::int64_t toldHundredths_ = -1;
     std::unique_ptr<Transfer> transfer_;

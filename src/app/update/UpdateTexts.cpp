@@ -42,7 +42,7 @@ QString transferSentence(UpdateOutcome outcome)
     case UpdateOutcome::Refused:
         return translated("The update server does not have what was asked of it.");
     case UpdateOutcome::TooSlow:
-        return translated("The update server did not answer in time.");
+        return translated("The update server took too long.");
     case UpdateOutcome::UnsafeAddress:
         return translated("The update server led to an address that is not secure.");
     case UpdateOutcome::WrongLength:

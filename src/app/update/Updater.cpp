@@ -6,6 +6,7 @@
 #include "platform/MainThread.h"
 #include "platform/OptionalDelegate.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
 #include <QNetworkAccessManager>
@@ -65,6 +66,10 @@ Updater::Updater(Settings settings, UpdaterInterface interface)
     : settings_(std::move(settings)), interface_(std::move(interface))
 {
     connect(&clock_, &QTimer::timeout, this, [this] { checkIfDue(); });
+    willTerminate_ = NotificationHub::shared().observe(NotificationName::applicationWillTerminate,
+                                                       [this](const auto &) { stop(); });
+    // Some session managers end the event loop without that word.
+    connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this, &Updater::stop);
 }
 
 Updater::~Updater() = default;
@@ -73,10 +78,30 @@ void Updater::setAutomaticallyChecksForUpdates(bool isOn)
 {
     if (!isOn || !isConfigured()) {
         clock_.stop();
+        giveUpAutomaticCheck();
         return;
     }
     clock_.start(settings_.clockInterval);
     checkIfDue();
+}
+
+void Updater::giveUpAutomaticCheck()
+{
+    if (state_ != State::Checking || wasAskedFor_)
+        return;
+    ++round_;
+    transfer_.reset();
+    lastCheck_.reset();
+    state_ = State::Idle;
+}
+
+void Updater::stop()
+{
+    ++round_;
+    state_ = State::Stopped;
+    clock_.stop();
+    transfer_.reset();
+    download_.reset();
 }
 
 /// A clock that was set back must not put the next check off for long.
@@ -107,6 +132,7 @@ void Updater::checkForUpdates()
 
 void Updater::fetchFeed()
 {
+    ++round_;
     state_ = State::Checking;
     lastCheck_ = settings_.currentTimestamp();
     if (!network_)
@@ -131,39 +157,41 @@ void Updater::fetchFeed()
 /// The list is read on another thread, since an ill-meant one can take seconds.
 void Updater::feedEnded(Transfer::End end)
 {
+    const int round = round_;
     if (end != Transfer::End::Done) {
-        later(
-            [this, end] { checkEnded(UpdateDownload::outcomeOf(end, UpdateOutcome::Unreadable)); });
+        later([this, end, round] {
+            checkEnded(round, UpdateDownload::outcomeOf(end, UpdateOutcome::Unreadable));
+        });
         return;
     }
-    BackgroundQueue::submit([self = QPointer(this), feed = std::exchange(feed_, {})] {
+    BackgroundQueue::submit([self = QPointer(this), round, feed = std::exchange(feed_, {})] {
         auto appcast = std::make_shared<std::optional<Appcast>>(Appcast::read(feed));
-        MainThread::post([self, appcast] {
+        MainThread::post([self, round, appcast] {
             if (self)
-                self->choose(*appcast);
+                self->choose(round, *appcast);
         });
     });
 }
 
-void Updater::choose(const std::optional<Appcast> &appcast)
+void Updater::choose(int round, const std::optional<Appcast> &appcast)
 {
     if (!appcast) {
-        checkEnded(UpdateOutcome::Unreadable);
+        checkEnded(round, UpdateOutcome::Unreadable);
         return;
     }
     const std::optional<AppcastItem> item = chosen(*appcast);
     switch (UpdateChoice::judge(item, facts())) {
     case UpdateChoice::Verdict::Offer:
-        offer(*item);
+        offer(round, *item);
         break;
     case UpdateChoice::Verdict::NotNewer:
-        checkEnded(UpdateOutcome::NoNewerVersion);
+        checkEnded(round, UpdateOutcome::NoNewerVersion);
         break;
     case UpdateChoice::Verdict::OtherSystem:
-        checkEnded(UpdateOutcome::OtherSystem);
+        checkEnded(round, UpdateOutcome::OtherSystem);
         break;
     case UpdateChoice::Verdict::Unusable:
-        checkEnded(UpdateOutcome::Unreadable);
+        checkEnded(round, UpdateOutcome::Unreadable);
         break;
     }
 }
@@ -181,8 +209,10 @@ UpdateChoice::Facts Updater::facts() const
             settings_.system, settings_.feed, settings_.largestFile};
 }
 
-void Updater::offer(const AppcastItem &item)
+void Updater::offer(int round, const AppcastItem &item)
 {
+    if (round != round_)
+        return;
     const bool isSkipped = UpdateSettings::skippedVersion() == versionText(item);
     if (!interface_.offer || (isSkipped && !wasAskedFor_)) {
         state_ = State::Idle;
@@ -239,6 +269,9 @@ UpdateDownload::Plan Updater::plan() const
     plan.request.agent = agent();
     plan.request.largest = item_.enclosure.length;
     plan.request.silence = settings_.fileSilence;
+    plan.request.whole = UpdateDownload::longestTime(item_.enclosure.length,
+                                                     settings_.leastFileRate, settings_.fileGrace);
+    plan.kind = settings_.unfinished;
     return plan;
 }
 
@@ -268,8 +301,10 @@ void Updater::downloadEnded(const UpdateDownload::Result &result)
         callIfThere(interface_.reveal, told.file);
 }
 
-void Updater::checkEnded(UpdateOutcome outcome)
+void Updater::checkEnded(int round, UpdateOutcome outcome)
 {
+    if (round != round_)
+        return;
     state_ = State::Idle;
     if (wasAskedFor_)
         say(outcome, settings_.version);
@@ -284,7 +319,7 @@ void Updater::say(UpdateOutcome outcome, const QString &detail)
 void Updater::later(std::function<void()> call)
 {
     MainThread::post([self = QPointer(this), call = std::move(call)] {
-        if (self)
+        if (self && self->state_ != State::Stopped)
             call();
     });
 }

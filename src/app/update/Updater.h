@@ -4,6 +4,7 @@
 #include "app/update/UpdateDownload.h"
 #include "app/update/UpdaterDelegate.h"
 #include "app/update/UpdaterInterface.h"
+#include "platform/NotificationHub.h"
 
 #include <QObject>
 #include <QTimer>
@@ -18,6 +19,9 @@ class QNetworkAccessManager;
 
 /// Looks for a newer version, offers it, and puts it into the user's download folder when its
 /// signature is right. Runs and installs nothing.
+///
+/// With the application's end ("ApplicationWillTerminate", or that of its event loop) everything
+/// that is under way ends at once: nothing of a download stays, and nothing is told any more.
 ///
 /// The feed is fetched over https, at start-up and then once a day while automatic checking is on,
 /// and whenever the user asks. Its list goes to the delegate as it came; whether the one item that
@@ -46,6 +50,10 @@ class Updater : public QObject
         std::chrono::milliseconds feedSilence{20'000}; ///< how long nothing may come
         std::chrono::milliseconds feedWhole{60'000};   ///< how long all of it may take
         std::chrono::milliseconds fileSilence{60'000};
+        /// A file may take as long as it takes at this rate, and so much longer.
+        std::int64_t leastFileRate = 8'000; ///< bytes a second
+        std::chrono::milliseconds fileGrace{600'000};
+        UnfinishedFile::Kind unfinished = UnfinishedFile::Kind::Nameless;
         /// How often the clock is asked; a timer of a day would stand still while the machine
         /// sleeps.
         std::chrono::milliseconds clockInterval{600'000};
@@ -64,12 +72,14 @@ class Updater : public QObject
     [[nodiscard]] bool isConfigured() const { return settings_.areComplete(); }
     void setDelegate(std::weak_ptr<UpdaterDelegate> delegate) { delegate_ = std::move(delegate); }
 
-    /// On: checks now, unless it has within a day, and then once a day.
+    /// On: checks now, unless it has within a day, and then once a day. Off: an automatic check
+    /// that is under way is given up, as if it had not begun; one that the user has asked for goes
+    /// on.
     void setAutomaticallyChecksForUpdates(bool isOn);
     [[nodiscard]] bool automaticallyChecksForUpdates() const { return clock_.isActive(); }
 
     /// From the start of a check to the answer to its offer, and while a download runs.
-    [[nodiscard]] bool isBusy() const { return state_ != State::Idle; }
+    [[nodiscard]] bool isBusy() const { return state_ != State::Idle && state_ != State::Stopped; }
 
     /// The user asks. Ends in an offer or a sentence; a skipped version is offered, too.
     void checkForUpdates();
@@ -77,22 +87,24 @@ class Updater : public QObject
     void cancelDownload();
 
   private:
-    enum class State { Idle, Checking, Offering, Downloading };
+    enum class State { Idle, Checking, Offering, Downloading, Stopped };
 
     void checkIfDue();
+    void giveUpAutomaticCheck();
+    void stop();
     void fetchFeed();
     void feedEnded(Transfer::End end);
-    void choose(const std::optional<Appcast> &appcast);
+    void choose(int round, const std::optional<Appcast> &appcast);
     [[nodiscard]] std::optional<AppcastItem> chosen(const Appcast &appcast) const;
     [[nodiscard]] UpdateChoice::Facts facts() const;
-    void offer(const AppcastItem &item);
+    void offer(int round, const AppcastItem &item);
     void tellOffer();
     void answered(int round, UpdaterInterface::Answer answer);
     void download();
     [[nodiscard]] UpdateDownload::Plan plan() const;
     [[nodiscard]] QByteArray agent() const;
     void downloadEnded(const UpdateDownload::Result &result);
-    void checkEnded(UpdateOutcome outcome);
+    void checkEnded(int round, UpdateOutcome outcome);
     void say(UpdateOutcome outcome, const QString &detail = {});
     void later(std::function<void()> call);
 
@@ -101,7 +113,7 @@ class Updater : public QObject
     std::weak_ptr<UpdaterDelegate> delegate_;
     State state_ = State::Idle;
     bool wasAskedFor_ = false;
-    int round_ = 0; ///< of offering; an answer to an earlier one does not count
+    int round_ = 0; ///< of checking and offering; what comes of an earlier one does not count
     std::optional<std::int64_t> lastCheck_;
     QTimer clock_;
     AppcastItem item_;                               ///< the one that is offered or downloaded
@@ -109,4 +121,5 @@ class Updater : public QObject
     std::unique_ptr<QNetworkAccessManager> network_; ///< made when it is first needed
     std::unique_ptr<Transfer> transfer_;
     std::unique_ptr<UpdateDownload> download_;
+    NotificationHub::Token willTerminate_;
 };

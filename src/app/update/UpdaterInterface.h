@@ -33,8 +33,8 @@ struct UpdaterInterface
     /// then counts for nothing.
     std::function<void(const UpdateOffer &, AnswerCall)> offer;
 
-    /// A download runs; it ends by downloadEnded in every case. The user may cancel it meanwhile
-    /// (Updater::cancelDownload).
+    /// A download runs; it ends by downloadEnded in every case but the application's end. The user
+    /// may cancel it meanwhile (Updater::cancelDownload).
     std::function<void(const UpdateOffer &)> downloadStarted;
     /// At most once for each hundredth; `received` is `total` while the file is being checked.
     std::function<void(std::int64_t received, std::int64_t total)> progress;

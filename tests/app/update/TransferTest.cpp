@@ -7,6 +7,10 @@
 #include <QSslServer>
 #include <QTest>
 
+#include <algorithm>
+#include <limits>
+#include <optional>
+
 using namespace std::chrono_literals;
 using End = Transfer::End;
 
@@ -38,6 +42,29 @@ struct Fetch
     QNetworkAccessManager network;
     std::unique_ptr<Transfer> transfer;
 };
+
+/// What it was is not to be read any more once it has gone: it is overwritten.
+class GoneForGood : public Transfer
+{
+  public:
+    using Transfer::Transfer;
+    static void operator delete(void *memory, std::size_t size)
+    {
+        auto *const bytes = static_cast<volatile unsigned char *>(memory);
+        std::fill(bytes, bytes + size, 0xEE);
+        ::operator delete(memory);
+    }
+};
+
+/// Answers with this, and ends or does not end the connection.
+LoopbackServer::Answer answerOf(const QByteArray &bytes, bool ends = true)
+{
+    return [bytes, ends](QTcpSocket *socket) {
+        socket->write(bytes);
+        if (ends)
+            socket->disconnectFromHost();
+    };
+}
 
 QTcpServer *secureServer(const TestCertificate &certificate)
 {
@@ -71,6 +98,10 @@ class TransferTest : public QObject
     void compressedBytesStayAsTheyAre();
     void anAddressThatIsNotAllowedIsNotAsked();
     void givenUpItSaysNothing();
+    void aRefusalIsNotListenedToForLong_data();
+    void aRefusalIsNotListenedToForLong();
+    void itMayGoInItsEnd_data();
+    void itMayGoInItsEnd();
 };
 
 void TransferTest::aServerWithATrustedCertificateIsAsked()
@@ -263,6 +294,74 @@ void TransferTest::givenUpItSaysNothing()
     fetch.transfer.reset();
     QTRY_VERIFY(!connection);
     QCOMPARE(fetch.ends, 0);
+}
+
+void TransferTest::aRefusalIsNotListenedToForLong_data()
+{
+    QTest::addColumn<qint64>("size");
+    QTest::newRow("many words") << qint64(900'000);
+    QTest::newRow("words without end") << std::numeric_limits<qint64>::max();
+}
+
+void TransferTest::aRefusalIsNotListenedToForLong()
+{
+    QFETCH(qint64, size);
+    LoopbackServer server;
+    qint64 poured = 0;
+    server.answer("/x", [&](QTcpSocket *socket) {
+        socket->write("HTTP/1.1 404 Not Found\r\nConnection: close\r\n\r\n");
+        LoopbackServer::pour(socket, size, &poured);
+    });
+    Fetch fetch(server.url(x));
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.end, End::Refused);
+    QCOMPARE(fetch.body, QByteArray());
+    QVERIFY(poured < 50'000'000);
+}
+
+void TransferTest::itMayGoInItsEnd_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<End>("end");
+    QTest::newRow("done") << QByteArray("/good") << End::Done;
+    QTest::newRow("told to be too large") << QByteArray("/long") << End::TooLarge;
+    QTest::newRow("too large") << QByteArray("/longer than told") << End::TooLarge;
+    QTest::newRow("stopped") << QByteArray("/stop") << End::Stopped;
+    QTest::newRow("silent") << QByteArray("/silent") << End::TooSlow;
+    QTest::newRow("refused") << QByteArray("/nowhere") << End::Refused;
+    QTest::newRow("refused at length") << QByteArray("/chatter") << End::Refused;
+    QTest::newRow("led in a circle") << QByteArray("/circle") << End::Refused;
+    QTest::newRow("led away") << QByteArray("/away") << End::UnsafeAddress;
+    QTest::newRow("hung up") << QByteArray("/cut") << End::Unreachable;
+}
+
+void TransferTest::itMayGoInItsEnd()
+{
+    QFETCH(QByteArray, path);
+    LoopbackServer server;
+    const QByteArray large(2000, 'x');
+    server.answer("/good", "body");
+    server.answer("/long", large);
+    server.answer("/longer%20than%20told", answerOf(LoopbackServer::head() + large));
+    server.answer("/stop", answerOf(LoopbackServer::head() + "stop"));
+    server.answer("/silent", answerOf("", false));
+    server.answer("/chatter", answerOf("HTTP/1.1 410 Gone\r\n\r\n" + large, false));
+    server.redirect("/circle", "/circle");
+    server.redirect("/away", "http://vantorel.invalid/");
+    server.answer("/cut", answerOf(LoopbackServer::head(100) + "<"));
+    const QUrl url = server.url(QString::fromLatin1(path));
+    QNetworkAccessManager network;
+    std::optional<End> ended;
+    std::unique_ptr<GoneForGood> transfer;
+    transfer = std::make_unique<GoneForGood>(
+        network, Transfer::Request{url, url, "Test/1", 1000, 300ms, 0s},
+        [](const QByteArray &piece) { return piece != "stop"; },
+        [&](End how) {
+            transfer.reset();
+            ended = how;
+        });
+    QTRY_VERIFY(ended);
+    QTEST(*ended, "end");
 }
 
 QTEST_MAIN(TransferTest)

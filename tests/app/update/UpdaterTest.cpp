@@ -1,15 +1,18 @@
+#include "app/update/HeldReading.h"
 #include "app/update/UpdaterScene.h"
+#include "platform/NotificationHub.h"
 
 #include <QEventLoop>
 #include <QTest>
 
 #include <functional>
 #include <limits>
+#include <utility>
 
 using namespace std::chrono_literals;
 using Answer = UpdaterInterface::Answer;
 
-/// Prepares a scene in which a check or a download goes wrong.
+/// Prepares a scene in which a check or a download goes wrong or ends.
 using Prepare = std::function<void(UpdaterScene &)>;
 Q_DECLARE_METATYPE(Prepare)
 Q_DECLARE_METATYPE(UpdateOutcome)
@@ -38,6 +41,35 @@ void drip(QTcpSocket *socket)
     auto *timer = new QTimer(socket);
     QObject::connect(timer, &QTimer::timeout, socket, [socket] { socket->write(" "); });
     timer->start(5ms);
+}
+
+/// Does something while it is asked for the first time.
+class ActingDelegate : public ChoosingDelegate
+{
+  public:
+    explicit ActingDelegate(std::function<void()> act) : act_(std::move(act)) {}
+    std::optional<AppcastItem> bestValidUpdateInAppcast(const Appcast &appcast,
+                                                        const Updater *forUpdater) override
+    {
+        if (const auto act = std::exchange(act_, nullptr))
+            act();
+        return ChoosingDelegate::bestValidUpdateInAppcast(appcast, forUpdater);
+    }
+
+  private:
+    std::function<void()> act_;
+};
+
+void terminate(UpdaterScene &)
+{
+    NotificationHub::shared().post(NotificationName::applicationWillTerminate);
+}
+
+/// As the event loop's end tells it.
+void leaveTheLoop(UpdaterScene &)
+{
+    QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    QCoreApplication::exec();
 }
 
 } // namespace
@@ -73,6 +105,11 @@ class UpdaterTest : public QObject
     void aClockThatWasSetBackPutsNothingOff();
     void switchedOffItChecksNoMore();
     void whoAsksDuringAnAutomaticCheckIsAnswered();
+    void switchedOffACheckThatIsUnderWayIsGivenUp();
+    void whatComesOfACheckThatWasGivenUpCountsForNothing_data();
+    void whatComesOfACheckThatWasGivenUpCountsForNothing();
+    void switchedOffACheckThatWasAskedForGoesOn_data();
+    void switchedOffACheckThatWasAskedForGoesOn();
 
     // Answers
     void laterOffersAgainTheNextDay();
@@ -95,9 +132,25 @@ class UpdaterTest : public QObject
     void afterACancelledDownloadTheNextOneWorks();
     void whoAsksDuringADownloadIsTold();
     void progressIsToldByHundredths();
+    void aDownloadHasTimeByItsLength_data();
+    void aDownloadHasTimeByItsLength();
+    void whereNoFileIsNamelessItIsAPartUntilItIsKept();
+    void nothingStaysOfWhatIsBeingChecked_data();
+    void nothingStaysOfWhatIsBeingChecked();
+    void aFileThatIsNotKeptHasGoneWhenItIsSaid();
+
+    // The application's end
+    void withTheApplicationACheckEnds_data() { ends(); }
+    void withTheApplicationACheckEnds();
+    void withTheApplicationAnOfferEnds_data() { ends(); }
+    void withTheApplicationAnOfferEnds();
+    void withTheApplicationADownloadEnds_data() { ends(); }
+    void withTheApplicationADownloadEnds();
+    void behindTheEndNothingIsTold();
 
   private:
     static void checksThatOfferNothing();
+    static void ends();
 
     Scratch config_;
     std::unique_ptr<UserDefaults::Replacement> store_;
@@ -462,6 +515,72 @@ void UpdaterTest::whoAsksDuringAnAutomaticCheckIsAnswered()
     QCOMPARE(scene.server.count("/feed"), 1);
 }
 
+void UpdaterTest::switchedOffACheckThatIsUnderWayIsGivenUp()
+{
+    UpdaterScene scene;
+    QPointer<QTcpSocket> connection;
+    scene.server.answer("/feed", [&](QTcpSocket *socket) { connection = socket; });
+    Updater &updater = scene.updater();
+    updater.setAutomaticallyChecksForUpdates(true);
+    QTRY_VERIFY(connection);
+    updater.setAutomaticallyChecksForUpdates(false);
+    QVERIFY(!updater.isBusy());
+    QTRY_VERIFY(!connection);
+    scene.serve();
+    updater.setAutomaticallyChecksForUpdates(true);
+    QTRY_COMPARE(scene.offers.size(), std::size_t(1));
+    QVERIFY(!scene.offers.front().wasAskedFor);
+    QCOMPARE(scene.said, QStringList());
+}
+
+void UpdaterTest::whatComesOfACheckThatWasGivenUpCountsForNothing_data()
+{
+    QTest::addColumn<QByteArray>("version");
+    QTest::newRow("an offer") << QByteArray("1.1");
+    QTest::newRow("nothing new") << QByteArray("1.0");
+}
+
+void UpdaterTest::whatComesOfACheckThatWasGivenUpCountsForNothing()
+{
+    QFETCH(QByteArray, version);
+    UpdaterScene scene;
+    scene.serve(version);
+    const auto delegate = std::make_shared<ActingDelegate>([&] {
+        scene.updater().setAutomaticallyChecksForUpdates(false);
+        scene.serve("1.2");
+        scene.updater().checkForUpdates();
+    });
+    scene.updater().setDelegate(delegate);
+    scene.updater().setAutomaticallyChecksForUpdates(true);
+    QTRY_COMPARE(scene.server.count("/feed"), 2);
+    QTRY_COMPARE(scene.offers.size(), std::size_t(1));
+    QCOMPARE(scene.offers.front().version, QStringLiteral("1.2"));
+    QVERIFY(scene.offers.front().wasAskedFor);
+    QCOMPARE(scene.said, QStringList());
+}
+
+void UpdaterTest::switchedOffACheckThatWasAskedForGoesOn_data()
+{
+    QTest::addColumn<bool>("beganByItself");
+    QTest::newRow("from its begin") << false;
+    QTest::newRow("after it had begun by itself") << true;
+}
+
+void UpdaterTest::switchedOffACheckThatWasAskedForGoesOn()
+{
+    QFETCH(bool, beganByItself);
+    UpdaterScene scene;
+    scene.serve();
+    if (beganByItself)
+        scene.updater().setAutomaticallyChecksForUpdates(true);
+    scene.updater().checkForUpdates();
+    scene.updater().setAutomaticallyChecksForUpdates(false);
+    QVERIFY(scene.updater().isBusy());
+    QTRY_COMPARE(scene.offers.size(), std::size_t(1));
+    QVERIFY(scene.offers.front().wasAskedFor);
+    QCOMPARE(scene.server.count("/feed"), 1);
+}
+
 void UpdaterTest::laterOffersAgainTheNextDay()
 {
     UpdaterScene scene;
@@ -656,6 +775,11 @@ void UpdaterTest::whatGoesWrongLeavesNothing_data()
         s.settings.fileSilence = 200ms;
         s.server.answer("/file", half(s.file));
     });
+    row("dripping for ever", UpdateOutcome::TooSlow, [](UpdaterScene &s) {
+        s.settings.leastFileRate = 1'000'000'000;
+        s.settings.fileGrace = 200ms;
+        s.server.answer("/file", drip);
+    });
     QTest::newRow("the folder is a file")
         << Prepare([](UpdaterScene &s) { s.settings.downloadFolder = s.scratch.file("file", "x"); })
         << UpdateTexts::sentence(UpdateOutcome::NotWritten, QStringLiteral("Not a directory"));
@@ -771,6 +895,161 @@ void UpdaterTest::progressIsToldByHundredths()
         before = received;
     }
     QCOMPARE(before, std::int64_t(scene.file.size()));
+}
+
+void UpdaterTest::aDownloadHasTimeByItsLength_data()
+{
+    QTest::addColumn<qint64>("bytes");
+    QTest::addColumn<qint64>("rate");
+    QTest::addColumn<qint64>("milliseconds");
+    QTest::newRow("nothing") << qint64(0) << qint64(8'000) << qint64(600'000);
+    QTest::newRow("less than a second") << qint64(7'999) << qint64(8'000) << qint64(600'000);
+    QTest::newRow("a second") << qint64(8'000) << qint64(8'000) << qint64(601'000);
+    QTest::newRow("40 MB") << qint64(40'000'000) << qint64(8'000) << qint64(5'600'000);
+    QTest::newRow("256 MiB") << qint64(268'435'456) << qint64(8'000) << qint64(34'154'000);
+    QTest::newRow("a day") << qint64(85'800) << qint64(1) << qint64(86'400'000);
+    QTest::newRow("over a day") << qint64(85'801) << qint64(1) << qint64(86'400'000);
+    QTest::newRow("absurd") << std::numeric_limits<qint64>::max() << qint64(1)
+                            << qint64(86'400'000);
+}
+
+void UpdaterTest::aDownloadHasTimeByItsLength()
+{
+    QFETCH(qint64, bytes);
+    QFETCH(qint64, rate);
+    QTEST(qint64(UpdateDownload::longestTime(bytes, rate, 600s).count()), "milliseconds");
+}
+
+void UpdaterTest::whereNoFileIsNamelessItIsAPartUntilItIsKept()
+{
+    UpdaterScene scene;
+    scene.settings.unfinished = UnfinishedFile::Kind::Named;
+    scene.serve();
+    HeldReading reading;
+    scene.download();
+    QTRY_VERIFY(reading.isReached());
+    QCOMPARE(scene.files(), QStringList(QStringLiteral("Vantorel-1.1.zip.part")));
+    reading.goOn();
+    QTRY_COMPARE(scene.revealed.size(), std::size_t(1));
+    QCOMPARE(scene.files(), QStringList(QStringLiteral("Vantorel-1.1.zip")));
+}
+
+void UpdaterTest::nothingStaysOfWhatIsBeingChecked_data()
+{
+    QTest::addColumn<Prepare>("end");
+    QTest::newRow("cancelled") << Prepare([](UpdaterScene &s) { s.updater().cancelDownload(); });
+    QTest::newRow("the updater goes") << Prepare([](UpdaterScene &s) { s.end(); });
+    QTest::newRow("the application ends") << Prepare(terminate);
+    QTest::newRow("the event loop ends") << Prepare(leaveTheLoop);
+}
+
+void UpdaterTest::nothingStaysOfWhatIsBeingChecked()
+{
+    QFETCH(Prepare, end);
+    UpdaterScene scene;
+    scene.settings.unfinished = UnfinishedFile::Kind::Named;
+    scene.serve();
+    {
+        HeldReading reading;
+        scene.download();
+        QTRY_VERIFY(reading.isReached());
+        end(scene);
+        QCOMPARE(scene.files(), QStringList());
+    }
+    // The other thread's answer comes to nobody.
+    bool isDelivered = false;
+    MainThread::post([&isDelivered] { isDelivered = true; });
+    QTRY_VERIFY(isDelivered);
+    QCOMPARE(scene.files(), QStringList());
+    QVERIFY(scene.revealed.empty());
+    QCOMPARE(scene.said, QStringList());
+}
+
+void UpdaterTest::aFileThatIsNotKeptHasGoneWhenItIsSaid()
+{
+    UpdaterScene scene;
+    scene.settings.unfinished = UnfinishedFile::Kind::Named;
+    scene.signature = scene.key.signature("another");
+    scene.serve();
+    QStringList files(QStringLiteral("not asked"));
+    scene.interface.downloadEnded = [&] { files = scene.files(); };
+    scene.download();
+    QTRY_COMPARE(scene.said.size(), 1);
+    QCOMPARE(files, QStringList());
+}
+
+void UpdaterTest::ends()
+{
+    QTest::addColumn<Prepare>("end");
+    QTest::newRow("it tells so") << Prepare(terminate);
+    QTest::newRow("its event loop ends") << Prepare(leaveTheLoop);
+}
+
+void UpdaterTest::withTheApplicationACheckEnds()
+{
+    QFETCH(Prepare, end);
+    UpdaterScene scene;
+    QPointer<QTcpSocket> connection;
+    scene.server.answer("/feed", [&](QTcpSocket *socket) { connection = socket; });
+    scene.updater().checkForUpdates();
+    QTRY_VERIFY(connection);
+    end(scene);
+    QVERIFY(!scene.updater().isBusy());
+    QTRY_VERIFY(!connection);
+    scene.updater().checkForUpdates();
+    scene.updater().setAutomaticallyChecksForUpdates(true);
+    QVERIFY(!scene.updater().isBusy());
+    QCOMPARE(scene.server.count("/feed"), 1);
+    QCOMPARE(scene.said, QStringList());
+}
+
+void UpdaterTest::withTheApplicationAnOfferEnds()
+{
+    QFETCH(Prepare, end);
+    UpdaterScene scene;
+    scene.serve();
+    scene.updater().checkForUpdates();
+    QTRY_COMPARE(scene.offers.size(), std::size_t(1));
+    end(scene);
+    scene.answer(Answer::Download);
+    scene.answer(Answer::SkipThisVersion);
+    QVERIFY(!scene.updater().isBusy());
+    QCOMPARE(UpdateSettings::skippedVersion(), QString());
+    QCOMPARE(scene.server.count("/file"), 0);
+    QCOMPARE(scene.files(), QStringList());
+}
+
+void UpdaterTest::withTheApplicationADownloadEnds()
+{
+    QFETCH(Prepare, end);
+    UpdaterScene scene;
+    scene.settings.unfinished = UnfinishedFile::Kind::Named;
+    scene.serve();
+    QPointer<QTcpSocket> connection;
+    scene.server.answer("/file", [&](QTcpSocket *socket) {
+        connection = socket;
+        half(scene.file)(socket);
+    });
+    scene.download();
+    QTRY_VERIFY(!scene.progress.empty());
+    QCOMPARE(scene.files().size(), 1);
+    end(scene);
+    QCOMPARE(scene.files(), QStringList());
+    QTRY_VERIFY(!connection);
+    QCOMPARE(scene.ended, 0);
+    QCOMPARE(scene.said, QStringList());
+}
+
+void UpdaterTest::behindTheEndNothingIsTold()
+{
+    UpdaterScene scene;
+    scene.settings.feed.clear();
+    scene.updater().checkForUpdates();
+    terminate(scene);
+    bool isDelivered = false;
+    MainThread::post([&isDelivered] { isDelivered = true; });
+    QTRY_VERIFY(isDelivered);
+    QCOMPARE(scene.said, QStringList());
 }
 
 QTEST_MAIN(UpdaterTest)
