@@ -45,7 +45,7 @@ struct MainInterface::Parts
     std::vector<NotificationHub::Token> runObservers;
 
     [[nodiscard]] MainSurroundings surroundings();
-    void makeUpdates();
+    void makeUpdates(Updater::Settings settings);
     void makeTermination(ApplicationService &service);
     void connectSystem();
     void connectViews();
@@ -53,7 +53,8 @@ struct MainInterface::Parts
     void connectWindow();
 };
 
-MainInterface::MainInterface(AppDelegate &delegate, ApplicationService &service, bool isFirst)
+MainInterface::MainInterface(AppDelegate &delegate, ApplicationService &service, bool isFirst,
+                             Updater::Settings updates)
     : parts_(std::make_unique<Parts>())
 {
     Parts &parts = *parts_;
@@ -65,7 +66,7 @@ MainInterface::MainInterface(AppDelegate &delegate, ApplicationService &service,
     parts.connectViews();
     parts.connectPreferences();
     parts.connectWindow();
-    parts.makeUpdates();
+    parts.makeUpdates(std::move(updates));
     parts.makeTermination(service);
     parts.connectSystem();
     delegate.setWindow(&parts.layout.window);
@@ -85,14 +86,14 @@ MainSurroundings MainInterface::Parts::surroundings()
     return own;
 }
 
-void MainInterface::Parts::makeUpdates()
+void MainInterface::Parts::makeUpdates(Updater::Settings settings)
 {
     MainVC *vc = workflow.get();
     const auto isBusy = [vc] {
         return vc->isBusyWiping() || vc->isScanningFiles() || QApplication::activeModalWidget();
     };
     const auto reveal = [](const FileUrl &file) { FileManager::showItems({file}, {}); };
-    updates = std::make_unique<UpdatePresenter>(Updater::Settings::ofThisBuild(), isBusy, reveal);
+    updates = std::make_unique<UpdatePresenter>(std::move(settings), isBusy, reveal);
     layout.outlets.viewPreferences->setChecksForUpdates(updates->updater().isConfigured());
     QObject::connect(layout.window.mainMenu()->checkForUpdates(), &QAction::triggered,
                      updates.get(), [this, vc] {

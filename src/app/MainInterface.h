@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/update/Updater.h"
+
 #include <memory>
 
 class AppDelegate;
@@ -16,7 +18,8 @@ class MainInterface
   public:
     /// `service` outlives it. `isFirst`: the service's name is ours, so that a hidden window can be
     /// brought back for as long as the session bus is there.
-    MainInterface(AppDelegate &delegate, ApplicationService &service, bool isFirst);
+    MainInterface(AppDelegate &delegate, ApplicationService &service, bool isFirst,
+                  Updater::Settings updates = Updater::Settings::ofThisBuild());
     ~MainInterface();
     MainInterface(const MainInterface &) = delete;
     MainInterface &operator=(const MainInterface &) = delete;

@@ -20,6 +20,29 @@
 
 #include <optional>
 
+namespace {
+
+/// Stands in the environment for as long as it lives.
+class Variable
+{
+  public:
+    Variable(const char *name, const QByteArray &value)
+        : name_(name), wasSet_(qEnvironmentVariableIsSet(name)), before_(qgetenv(name))
+    {
+        qputenv(name, value);
+    }
+    ~Variable() { wasSet_ ? qputenv(name_, before_) : qunsetenv(name_); }
+    Variable(const Variable &) = delete;
+    Variable &operator=(const Variable &) = delete;
+
+  private:
+    const char *name_;
+    bool wasSet_;
+    QByteArray before_;
+};
+
+} // namespace
+
 class AppDelegateTest : public QObject
 {
     Q_OBJECT
@@ -41,7 +64,11 @@ class AppDelegateTest : public QObject
     void theSupportFolderIsMade();
     void whatStandsThereNeedNotBeAFolder();
     void withoutComponentTheFolderItselfIsMeant();
+    void oneFolderOfTheSystemsIsMeantWhereItIsAskedFor();
+    void withoutAnyFolderToSearchThereIsNoPath();
     void theFallbacksAreInstalled();
+    void aFreshUserStartsDarkWhereThatIsOffered_data();
+    void aFreshUserStartsDarkWhereThatIsOffered();
     void withoutASupportFolderItSaysSoAndNothingIsToBeStarted();
     void otherProgramsReachTheQueueAndTheWindow();
     void theMachineIsKeptAwakeFromTheStartOn();
@@ -211,6 +238,35 @@ void AppDelegateTest::withoutComponentTheFolderItselfIsMeant()
     QCOMPARE(path, data_->path("data"));
 }
 
+void AppDelegateTest::oneFolderOfTheSystemsIsMeantWhereItIsAskedFor()
+{
+    const Variable folders("XDG_DATA_DIRS", data_->path("first") + ':' + data_->path("second"));
+    QByteArray path;
+    QVERIFY(AppDelegate::findOrCreateDirectory(QStandardPaths::GenericDataLocation,
+                                               AppDelegate::SearchPathDomain::System, "Vantorel",
+                                               &path));
+    QCOMPARE(path, data_->path("first/Vantorel"));
+    QVERIFY(QFileInfo(QFile::decodeName(path)).isDir());
+    QVERIFY(!Scratch::exists(data_->path("second")));
+    QVERIFY(!Scratch::exists(data_->path("data")));
+}
+
+void AppDelegateTest::withoutAnyFolderToSearchThereIsNoPath()
+{
+    const QByteArray file = data_->file("file", QByteArray("plain"));
+    // What is not absolute is no folder to search, and files for the time being have none here.
+    const Variable folders("XDG_DATA_DIRS", "relative");
+    const Variable runtime("XDG_RUNTIME_DIR", file);
+    const Variable temporary("TMPDIR", file);
+    for (const auto &[kind, domain] :
+         {std::pair(QStandardPaths::GenericDataLocation, AppDelegate::SearchPathDomain::System),
+          std::pair(QStandardPaths::RuntimeLocation, AppDelegate::SearchPathDomain::User)}) {
+        QByteArray path("what was there before");
+        QVERIFY(!AppDelegate::findOrCreateDirectory(kind, domain, "Vantorel", &path));
+        QVERIFY(path.isNull());
+    }
+}
+
 void AppDelegateTest::theFallbacksAreInstalled()
 {
     QVERIFY(AppDelegate::initialize());
@@ -219,6 +275,30 @@ void AppDelegateTest::theFallbacksAreInstalled()
     QCOMPARE(defaults.text(QStringLiteral("appSupportPath")),
              QFile::decodeName(data_->path("data/Vantorel")));
     QCOMPARE(defaults.text(QStringLiteral("AppVersionNr")), QStringLiteral(VANTOREL_VERSION));
+}
+
+void AppDelegateTest::aFreshUserStartsDarkWhereThatIsOffered_data()
+{
+    QTest::addColumn<bool>("isOffered");
+    QTest::newRow("with a dark appearance") << true;
+    QTest::newRow("without") << false;
+}
+
+void AppDelegateTest::aFreshUserStartsDarkWhereThatIsOffered()
+{
+    QFETCH(bool, isOffered);
+    const DarkAppearance::Replacement appearance(isOffered);
+    const UserDefaults &defaults = UserDefaults::standard();
+
+    QVERIFY(AppDelegate::initialize());
+
+    QCOMPARE(defaults.integer(ThemeKeys::theme), isOffered ? 1 : 0);
+    QCOMPARE(defaults.boolean(ThemeKeys::darkMode), isOffered);
+    QCOMPARE(defaults.boolean(ThemeKeys::isThemeEnabled), isOffered);
+    QVERIFY(!defaults.boolean(ThemeKeys::forceDarkSidebar));
+    window_->awakeFromNib();
+    QCOMPARE(window_->appearance(),
+             QString::fromUtf16(isOffered ? Appearance::dark : Appearance::light));
 }
 
 void AppDelegateTest::withoutASupportFolderItSaysSoAndNothingIsToBeStarted()

@@ -64,6 +64,7 @@ class MainVCViewsTest : public QObject
     void withoutAViewThereIsNothingToPrefer();
     void theFirstViewIsTheDropView();
     void aViewThatIsThereAlreadyStaysTheFirst();
+    void theStartMakesItTheUpdatersOnlyDelegate();
     void everyViewComesFromItsSide_data();
     void everyViewComesFromItsSide();
     void aViewThatStandsThereIsNotSwapped();
@@ -124,6 +125,29 @@ void MainVCViewsTest::aViewThatIsThereAlreadyStaysTheFirst()
     QVERIFY(stage.scan({}));
     Stage::guiHasStarted();
     QCOMPARE(stage.vc->currentView(), V::Ready);
+}
+
+void MainVCViewsTest::theStartMakesItTheUpdatersOnlyDelegate()
+{
+    Stage stage;
+    QVERIFY(stage.updaterDelegates.empty());
+    Stage::guiHasStarted();
+    QCOMPARE(stage.updaterDelegates.size(), std::size_t(1));
+    const std::shared_ptr<UpdaterDelegate> delegate = stage.updaterDelegates.front().lock();
+    QCOMPARE(delegate.get(), static_cast<UpdaterDelegate *>(stage.vc.get()));
+
+    AppcastItem ordinary;
+    ordinary.properties[AppcastItem::titleKey] = text("a release");
+    AppcastItem beta = ordinary;
+    beta.properties[AppcastItem::releaseTypeKey] = text("beta");
+    const auto chosen = [&delegate](const Appcast::Items &items) {
+        return delegate->bestValidUpdateInAppcast(Appcast(items), nullptr);
+    };
+    QVERIFY(delegate->answers(UpdaterDelegate::Call::bestValidUpdateInAppcast));
+    QCOMPARE(chosen({ordinary, beta}), ordinary);
+    QCOMPARE(chosen({beta, ordinary}), AppcastItem());
+    UserDefaults::standard().setValue(text("checkForBetaReleases"), true);
+    QCOMPARE(chosen({beta, ordinary}), beta);
 }
 
 void MainVCViewsTest::everyViewComesFromItsSide_data()

@@ -21,8 +21,10 @@ vantorel_test(app/OutsideEntriesTest GUI LINKS vantorel_app)
 vantorel_test(app/LogPathPresenterTest GUI LINKS vantorel_app)
 vantorel_test(app/MainVCLogTest GUI LINKS vantorel_app)
 # As the updater's own.
+vantorel_test(app/MainInterfaceTest GUI LINKS vantorel_app Qt6::Network OpenSSL::Crypto)
 vantorel_test(app/UpdatePresenterTest GUI LINKS vantorel_app Qt6::Network OpenSSL::Crypto)
-set_target_properties(app_UpdatePresenterTest PROPERTIES DISABLE_PRECOMPILE_HEADERS ON)
+set_target_properties(app_MainInterfaceTest app_UpdatePresenterTest PROPERTIES
+  DISABLE_PRECOMPILE_HEADERS ON)
 vantorel_test(app/MainVCLogConflictTest GUI LINKS vantorel_app)
 vantorel_test(app/MainVCLogConflictScanTest GUI LINKS vantorel_app)
 vantorel_test(app/MainVCLogProblemTest GUI LINKS vantorel_app)

@@ -1,6 +1,6 @@
+#include "engine/RecordingSystemCalls.h"
 #include "engine/WipeOneFile.h"
 #include "kit/Ext4Image.h"
-#include "kit/ForwardingSystemCalls.h"
 #include "kit/InodeFlags.h"
 #include "kit/Scratch.h"
 
@@ -67,9 +67,16 @@ class FileWiperAsRootTest : public QObject
         QVERIFY(InodeFlags::add(path, FS_IMMUTABLE_FL));
         QCOMPARE(::open(path.constData(), O_RDWR | O_CLOEXEC), -1);
         QCOMPARE(errno, 1);
+        RecordingSystemCalls calls;
+        const SystemCalls::Replacement replacement(calls);
+        const auto item = queueItem(path, 1);
 
-        QCOMPARE(wipe(queueItem(path, 1)), 1);
+        QCOMPARE(wipe(item), 1);
+
+        const std::vector<int> expected = {EPERM, 0};
+        QCOMPARE(calls.attempts(), expected);
         QVERIFY(!Scratch::exists(path));
+        QCOMPARE(item->errornr(), 0);
     }
 
     void immutableFlagIsPutBackWhereTheFileThenFails()

@@ -1,3 +1,4 @@
+#include "engine/RecordedLog.h"
 #include "engine/RecordingSystemCalls.h"
 #include "engine/WipeOneFile.h"
 #include "kit/Scratch.h"
@@ -50,6 +51,25 @@ class InterferingSystemCalls final : public RecordingSystemCalls
     }
 };
 
+/// Notes how each look at a name ended: its error number, or 0.
+class NotingLooks final : public ForwardingSystemCalls
+{
+  public:
+    explicit NotingLooks(QByteArray name) : name_(std::move(name)) {}
+    int statusAt(int folder, const char *path, LastLink lastLink, FileStatus &status) override
+    {
+        const int result = ForwardingSystemCalls::statusAt(folder, path, lastLink, status);
+        if (path == name_)
+            looks.push_back(-result);
+        return result;
+    }
+
+    std::vector<int> looks;
+
+  private:
+    QByteArray name_;
+};
+
 ScanFacts foundBelow(const QByteArray &given)
 {
     ScanFacts facts;
@@ -98,10 +118,13 @@ class FileWiperKindsTest : public QObject
     void missingFileIsTriedFiveTimesAndFailsWithErrorTwo()
     {
         const Scratch scratch;
+        NotingLooks calls("missing");
+        const SystemCalls::Replacement replacement(calls);
         const auto item = queueItem(scratch.path("missing"), 4);
 
         QCOMPARE(wipe(item), 2);
 
+        QCOMPARE(calls.looks, std::vector<int>(5, ENOENT));
         QCOMPARE(item->errornr(), 2);
         QCOMPARE(item->errormsg(), QStringLiteral("No such file or directory"));
         QVERIFY(item->finished());
@@ -595,6 +618,30 @@ class FileWiperKindsTest : public QObject
         const auto item = queueItem("/no such name at all", 1, foundBelow("/"));
         QCOMPARE(wipe(item), 2);
         QCOMPARE(item->errornr(), 2);
+    }
+
+    void nothingIsLogged()
+    {
+        const Scratch scratch;
+        InterferingSystemCalls calls;
+        const SystemCalls::Replacement replacement(calls);
+        const RecordedLog log;
+
+        QCOMPARE(wipe(queueItem(scratch.file("erased", 5000), 4)), 1);
+        QCOMPARE(wipe(queueItem(scratch.file("no method", 5000), 99)), 2);
+        QCOMPARE(wipe(queueItem(scratch.path("missing"), 4)), 2);
+        QCOMPARE(wipe(queueItem(scratch.folder("folder"), 4)), 2);
+        const QByteArray grown = scratch.file("grown", 5000);
+        calls.beforeSync = [&] { QCOMPARE(::truncate(grown.constData(), 5001), 0); };
+        QCOMPARE(wipe(queueItem(grown, 4)), 2);
+        const QByteArray replaced = scratch.file("replaced", 5000);
+        calls.beforeSync = [&] {
+            ::unlink(replaced.constData());
+            scratch.file("replaced", "precious");
+        };
+        QCOMPARE(wipe(queueItem(replaced, 4)), 2);
+
+        QCOMPARE(log.lines(), QStringList());
     }
 
     void noDescriptorIsLeftOpen()

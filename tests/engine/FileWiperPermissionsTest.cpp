@@ -14,25 +14,31 @@ ScanFacts linkFacts()
     return facts;
 }
 
-/// Counts the attempts to open a file for writing, and can make every fsync fail.
-class CountingSystemCalls final : public RecordingSystemCalls
+class FailingSync final : public RecordingSystemCalls
+{
+  public:
+    int sync(int fd) override
+    {
+        RecordingSystemCalls::sync(fd);
+        return -EIO;
+    }
+};
+
+/// Notes the permissions that each attempt to open a file for writing finds.
+class NotingPermissions final : public RecordingSystemCalls
 {
   public:
     int open(int folder, const char *path, Access access, LastLink lastLink) override
     {
-        const int fd = RecordingSystemCalls::open(folder, path, access, lastLink);
-        if (access == Access::ReadWrite)
-            attempts.push_back(fd < 0 ? -fd : 0);
-        return fd;
-    }
-    int sync(int fd) override
-    {
-        RecordingSystemCalls::sync(fd);
-        return syncResult;
+        if (access == Access::ReadWrite) {
+            FileStatus found;
+            ForwardingSystemCalls::statusAt(folder, path, lastLink, found);
+            permissions.push_back(found.permissions);
+        }
+        return RecordingSystemCalls::open(folder, path, access, lastLink);
     }
 
-    std::vector<int> attempts; ///< their error numbers
-    int syncResult = 0;
+    std::vector<std::uint32_t> permissions;
 };
 
 QByteArray unwritable(const Scratch &scratch, const QByteArray &name)
@@ -61,7 +67,7 @@ class FileWiperPermissionsTest : public QObject
     void fileNobodyMayWriteIsPermittedAndErasedAtTheSecondAttempt()
     {
         const Scratch scratch;
-        CountingSystemCalls calls;
+        NotingPermissions calls;
         const SystemCalls::Replacement replacement(calls);
         const QByteArray path = unwritable(scratch, "file");
         const auto item = queueItem(path, 1);
@@ -69,7 +75,9 @@ class FileWiperPermissionsTest : public QObject
         QCOMPARE(wipe(item), 1);
 
         const std::vector<int> expected = {EACCES, 0};
-        QCOMPARE(calls.attempts, expected);
+        QCOMPARE(calls.attempts(), expected);
+        const std::vector<std::uint32_t> permissions = {0, 0777};
+        QCOMPARE(calls.permissions, permissions);
         QVERIFY(!Scratch::exists(path));
         QCOMPARE(item->errornr(), 0);
     }
@@ -98,8 +106,7 @@ class FileWiperPermissionsTest : public QObject
     void permissionsArePutBackWhereTheFileThenFails()
     {
         const Scratch scratch;
-        CountingSystemCalls calls;
-        calls.syncResult = -EIO;
+        FailingSync calls;
         const SystemCalls::Replacement replacement(calls);
         const QByteArray path = unwritable(scratch, "file");
         ::chmod(path.constData(), 0440);
@@ -163,7 +170,7 @@ class FileWiperPermissionsTest : public QObject
     void fileInAFolderThatMayNotBeChangedIsOverwrittenAndStays()
     {
         const Scratch scratch;
-        CountingSystemCalls calls;
+        RecordingSystemCalls calls;
         const SystemCalls::Replacement replacement(calls);
         const QByteArray folder = scratch.folder("folder");
         const QByteArray path = scratch.file("folder/file", "secret");

@@ -16,10 +16,13 @@ class RecordingSystemCalls : public ForwardingSystemCalls
     [[nodiscard]] const std::vector<QByteArray> &calls() const { return calls_; }
     /// What each fsync() put to disk, in order.
     [[nodiscard]] const std::vector<QByteArray> &passes() const { return passes_; }
+    /// How each attempt to open a file for writing ended, in order: its error number, or 0.
+    [[nodiscard]] const std::vector<int> &attempts() const { return attempts_; }
     void forget()
     {
         calls_.clear();
         passes_.clear();
+        attempts_.clear();
     }
 
     int open(int folder, const char *path, Access access, LastLink lastLink) override
@@ -27,6 +30,7 @@ class RecordingSystemCalls : public ForwardingSystemCalls
         const int fd = ForwardingSystemCalls::open(folder, path, access, lastLink);
         if (access == Access::ReadWrite) {
             calls_.push_back("open");
+            attempts_.push_back(fd < 0 ? -fd : 0);
             file_ = fd;
         }
         return fd;
@@ -78,4 +82,5 @@ class RecordingSystemCalls : public ForwardingSystemCalls
     QByteArray written_;
     std::vector<QByteArray> calls_;
     std::vector<QByteArray> passes_;
+    std::vector<int> attempts_;
 };

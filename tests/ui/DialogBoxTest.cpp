@@ -11,6 +11,7 @@
 #include "ui/RunningDialog.h"
 #include "ui/TextLabel.h"
 #include "ui/ThemedPreferences.h"
+#include "ui/Typography.h"
 #include "ui/WindowRegister.h"
 
 #include <QAccessible>
@@ -77,6 +78,8 @@ class DialogBoxTest : public QObject
     void withoutAnyWindowItStandsInTheMiddle();
     void buttonsFillTheRowFromTheRight();
     void aVeryLongButtonTitleIsCutAndStartsTenFromTheLeft();
+    void aVeryLongButtonTitleIsCutAtItsTail_data();
+    void aVeryLongButtonTitleIsCutAtItsTail();
     void anAmpersandInATitleIsNoKey();
     void theDefaultButtonIsBlue();
     void anEarlierDefaultStaysUntilAnArrowMovesIt();
@@ -90,6 +93,8 @@ class DialogBoxTest : public QObject
     void returnPressesWhatAnArrowChose();
     void withoutADefaultReturnDoesNothing();
     void spaceDoesNothingWithOneOrThreeButtons();
+    void withoutButtonsNoKeyButEscapeEndsIt();
+    void withoutButtonsItsClosingAndTheApplicationsEndEndIt();
     void keysThatRepeatDoNothing();
     void modifiedKeysDoNotAnswer();
     void aClickAnswers();
@@ -268,6 +273,40 @@ void DialogBoxTest::aVeryLongButtonTitleIsCutAndStartsTenFromTheLeft()
     QVERIFY(dialog.buttonsArray().at(1)->size().isEmpty());
 }
 
+void DialogBoxTest::aVeryLongButtonTitleIsCutAtItsTail_data()
+{
+    QTest::addColumn<bool>("isDefault");
+    QTest::newRow("the default") << true;
+    QTest::newRow("another") << false;
+}
+
+void DialogBoxTest::aVeryLongButtonTitleIsCutAtItsTail()
+{
+    QFETCH(bool, isDefault);
+    const QString title =
+        QStringLiteral("Erase the client database export with all of its correspondence, the "
+                       "notes beside it and whatever else was put there");
+    DialogBox dialog(aTitle, anInfo);
+    dialog.addButtonWithTitle(title);
+    if (isDefault)
+        dialog.activeButton(1);
+    DialogButton *button = dialog.buttonsArray().first();
+    const QFontMetricsF metrics(
+        Typography::font(isDefault ? TextStyle::BodyStrong : TextStyle::BodyMedium));
+    const auto paintedWhenCut = [&](Qt::TextElideMode mode) {
+        DialogButton expected(metrics.elidedText(title, mode, button->width() - 8), 1, nullptr);
+        expected.setFrame(button->frame());
+        expected.setDefault(isDefault);
+        return PaintedWidget::of(expected, Qt::white);
+    };
+    QVERIFY(metrics.horizontalAdvance(title) > button->width());
+
+    const QImage picture = PaintedWidget::of(*button, Qt::white);
+
+    QCOMPARE(picture, paintedWhenCut(Qt::ElideRight));
+    QVERIFY(picture != paintedWhenCut(Qt::ElideMiddle));
+}
+
 void DialogBoxTest::anAmpersandInATitleIsNoKey()
 {
     DialogBox dialog(aTitle, anInfo);
@@ -424,6 +463,35 @@ void DialogBoxTest::spaceDoesNothingWithOneOrThreeButtons()
         });
         QCOMPARE(dialog.runModal(), -1);
     }
+}
+
+void DialogBoxTest::withoutButtonsNoKeyButEscapeEndsIt()
+{
+    Dialog dialog(0);
+    whenActive([](DialogBox &running) {
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Left,
+                                  Qt::Key_Right, Qt::Key_Tab}) {
+            press(running, key);
+            QVERIFY(running.isVisible());
+        }
+        press(running, Qt::Key_Escape);
+    });
+    QCOMPARE(dialog.runModal(), -1);
+    QCOMPARE(dialog.clickedButton(), -1);
+}
+
+void DialogBoxTest::withoutButtonsItsClosingAndTheApplicationsEndEndIt()
+{
+    Dialog closed(0);
+    whenActive([](DialogBox &running) { running.windowHandle()->close(); });
+    QCOMPARE(closed.runModal(), 0);
+    QVERIFY(closed.isHidden());
+    Dialog ended(0);
+    whenActive([](DialogBox &) {
+        NotificationHub::shared().post(NotificationName::applicationWillTerminate);
+    });
+    QCOMPARE(ended.runModal(), 0);
+    QVERIFY(ended.isHidden());
 }
 
 void DialogBoxTest::keysThatRepeatDoNothing()

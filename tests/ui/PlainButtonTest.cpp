@@ -3,6 +3,7 @@
 #include "PaintedWidget.h"
 #include "ThemedPreferences.h"
 #include "ui/DesignColors.h"
+#include "ui/Typography.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -147,6 +148,26 @@ class PlainButtonTest : public QObject
             COMPARE_COLOR(image.pixelColor(2, y), control);
             COMPARE_COLOR(image.pixelColor(93, y), control);
         }
+    }
+
+    void aLongTitleIsCutAtItsTail()
+    {
+        preferences_->setDark(false);
+        const QString title = QStringLiteral("Client database export with correspondence");
+        const auto painted = [](const QString &text) {
+            PlainButton narrow(text);
+            narrow.resize(120, 32);
+            return PaintedWidget::of(narrow, ground);
+        };
+        const auto cut = [&title](Qt::TextElideMode mode) {
+            return QFontMetricsF(Typography::font(TextStyle::BodyMedium))
+                .elidedText(title, mode, 112);
+        };
+        QVERIFY(cut(Qt::ElideRight).startsWith(QStringLiteral("Client")));
+        QVERIFY(cut(Qt::ElideRight) != title);
+
+        QCOMPARE(painted(title), painted(cut(Qt::ElideRight)));
+        QVERIFY(painted(title) != painted(cut(Qt::ElideMiddle)));
     }
 
     void itGrowsWithTheFont()
