@@ -8,6 +8,7 @@
 #include "ui/PathField.h"
 #include "ui/PreferencesView.h"
 
+#include <QEvent>
 #include <QFile>
 #include <QFileDialog>
 #include <QPointer>
@@ -47,7 +48,17 @@ LogPathPresenter::LogPathPresenter(PreferencesView *view, QObject *parent)
     // The first run settles which file this start logs to.
     runEnd_ = NotificationHub::shared().observe(NotificationName::runDidEnd,
                                                 [this](const auto &) { review(); });
+    view_->installEventFilter(this);
     review();
+}
+
+/// The disk may have become another one while the view was away. A window that is only minimised
+/// keeps what is half typed.
+bool LogPathPresenter::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == view_ && event->type() == QEvent::Show && !event->spontaneous())
+        review();
+    return QObject::eventFilter(watched, event);
 }
 
 void LogPathPresenter::review()
@@ -132,7 +143,8 @@ void LogPathPresenter::take(const QString &path)
             DialogBoxes::alertBoxYesNo(
                 tr("Use this file for the log?"),
                 tr("%1\n\nis there already. It is emptied when the log begins.").arg(path), false);
-        if (isTaken)
+        // The preferences tell of changes only, but the disk may have become another one.
+        if (isTaken && path != defaults.text(logPathKey))
             defaults.setValue(logPathKey, path);
         else
             review();

@@ -13,8 +13,8 @@ class PreferencesView;
 class QWidget;
 
 /// The preference that names the log file: shows it, says beside it whether a log can be written
-/// there and from when on it counts, and lets the user choose another. Nothing of it makes, opens
-/// or empties a file.
+/// there and from when on it counts, and lets the user choose another. Nothing of it makes or
+/// empties a file; one that is there is opened for writing, and closed again.
 ///
 /// Thread:       main; the disk is asked on a pool thread
 /// Holds weakly: the view, which outlives it
@@ -34,6 +34,9 @@ class LogPathPresenter : public QObject
     /// What is said of a path. `problem` is why lines are missing there, empty where none are.
     static QString remark(const QString &path, const LogPathCheck &check, bool countsAtOnce,
                           const QString &problem);
+
+  protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
   private:
     using Answered = std::function<void(const LogPathCheck &)>;

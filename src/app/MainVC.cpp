@@ -8,6 +8,7 @@
 #include "app/update/UpdateSettings.h"
 #include "engine/WipeSchedule.h"
 #include "platform/PathBytes.h"
+#include "platform/SystemCalls.h"
 #include "platform/SystemLog.h"
 #include "platform/UserDefaults.h"
 #include "support/Logger.h"
@@ -211,10 +212,8 @@ void MainVC::newObjectsForQueue(ScanReport report)
 {
     addObjectsFromArray(std::move(report.files));
     addFolderObjectsToQueueFromDict(std::move(report.folders));
-    if (folderScannerController_->shouldCancel()) {
-        settleLog();
-        RunLog::scanCancelled();
-    }
+    if (folderScannerController_->shouldCancel())
+        noteCancelledScan();
     presenters_->queueHasGrown();
     isScanningFiles_ = false;
     closeWindowScanningFiles();
@@ -290,15 +289,32 @@ void MainVC::startErasing()
     NotificationHub::shared().post(NotificationName::runDidStart, this);
 }
 
-/// The log is opened with its first line, and emptied then. One that is to be erased is left to the
-/// eraser, and this start has none.
+/// The log is emptied with its first line, which must not be this one: what is to be erased is not
+/// known before the run, and the scan that would have found the log may be the one that was
+/// stopped.
+void MainVC::noteCancelledScan()
+{
+    if (Logger::shared().isSetUp())
+        RunLog::scanCancelled();
+    else
+        ++cancelledScans_;
+}
+
+/// A log that is to be erased is left to the eraser, and from now on this start has none.
 void MainVC::settleLog()
 {
     Logger &logger = Logger::shared();
-    const QByteArray log = QFile::encodeName(UserDefaults::standard().text(logPathKey));
-    if (!logger.isSetUp() && !log.isEmpty() &&
-        (LogPlace::isQueued(log, *run_) || LogPlace::isInFolder(log, *run_)))
-        logger.setLogFilePath("");
+    const QByteArray log = logger.isSetUp()
+                               ? logger.logFilePath()
+                               : QFile::encodeName(UserDefaults::standard().text(logPathKey));
+    const auto linkTargets = UserDefaults::standard().boolean(skipLinkTargetsKey)
+                                 ? SystemCalls::LastLink::Stop
+                                 : SystemCalls::LastLink::Follow;
+    if (!log.isEmpty() && (!logger.isSetUp() || logger.isLogFileOpen()) &&
+        (LogPlace::isQueued(log, *run_, linkTargets) || LogPlace::isInFolder(log, *run_)))
+        logger.abandonLogFile();
+    for (; cancelledScans_ > 0; --cancelledScans_)
+        RunLog::scanCancelled();
 }
 
 void MainVC::logBrokenOff()

@@ -176,6 +176,7 @@ class MainVC : public FolderScannerControllerDelegate,
 
   private:
     void setupObservers();
+    void noteCancelledScan();
     void settleLog();
     void reviewAgain();
     [[nodiscard]] ContentView *contentView(MainView view) const;
@@ -199,6 +200,7 @@ class MainVC : public FolderScannerControllerDelegate,
     std::unique_ptr<ViewAnimator> viewAnimator_;
     std::unique_ptr<Presenters> presenters_;
     ScanFailures scanFailures_; ///< since the last run
+    int cancelledScans_ = 0;    ///< that the log is to be told of when it begins
     int dragItems_ = -1;
     QPointer<QWidget> lastView_; ///< what comes back after the preferences
     QTimer bpsTimer_;

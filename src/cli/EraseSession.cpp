@@ -1,10 +1,10 @@
 #include "cli/EraseSession.h"
 
+#include "app/run/LogPlace.h"
 #include "app/run/RunLog.h"
 #include "app/run/RunTexts.h"
 #include "cli/ExitCode.h"
 #include "cli/ProgressLine.h"
-#include "engine/ProtectedPlaces.h"
 #include "platform/PathBytes.h"
 #include "support/Logger.h"
 
@@ -37,7 +37,8 @@ bool isYes(const QByteArray &answer)
 
 EraseSession::EraseSession(EraseOptions options, QByteArray startFolder)
     : options_(std::move(options)), startFolder_(std::move(startFolder)),
-      console_(options_.isQuiet, options_.printsJson), log_(options_.logPath, startFolder_)
+      console_(options_.isQuiet, options_.printsJson),
+      log_(options_.logPath, startFolder_, options_.leavesLinkTargets)
 {
     if (log_.isWanted())
         Logger::shared().setLogFilePath(log_.path());
@@ -59,9 +60,7 @@ void EraseSession::start()
         conclude();
         return;
     }
-    if (log_.isWanted() &&
-        !isAllRight(
-            log_.problem(itemPaths(), PathBytes::absolute(options_.reportPath, startFolder_))))
+    if (log_.isWanted() && !isAllRight(log_.problem(itemPaths(), reportPath())))
         return;
     scanner_->setDelegate(weak_from_this());
     scanner_->setQueueStatsObject(run_.queueStatsObject());
@@ -108,8 +107,6 @@ void EraseSession::newObjectsForQueue(ScanReport report)
     run_.addFolderObjectsToQueueFromDict(std::move(report.folders));
     findings_ = Findings::of(run_);
     if (interruptedBy_ != 0) {
-        if (log_.isWanted() && !options_.isDryRun && log_.problem(run_).isEmpty())
-            RunLog::scanCancelled();
         conclude();
     } else if (findings_.isEmpty() && scanFailures_.empty()) {
         console_.sayError(QStringLiteral("vantorel-cli: nothing to do"));
@@ -132,18 +129,19 @@ void EraseSession::proceed()
     }
 }
 
+QByteArray EraseSession::reportPath() const
+{
+    return PathBytes::absolute(options_.reportPath, startFolder_);
+}
+
 bool EraseSession::openReport()
 {
     if (!reportFile_)
         return true;
-    QString problem;
-    for (const QByteArray &item : itemPaths()) {
-        if (ProtectedPlaces::refusal(item).isNull() && reportFile_->liesIn(item))
-            problem =
-                failureLine(options_.reportPath,
-                            QStringLiteral("The report would stand in a folder to be erased"));
-    }
-    return isAllRight(problem.isEmpty() ? reportFile_->open() : problem);
+    const QString inFolder = QStringLiteral("The report would stand in a folder to be erased");
+    return isAllRight(LogPlace::isInFolder(reportPath(), run_)
+                          ? failureLine(options_.reportPath, inFolder)
+                          : reportFile_->open());
 }
 
 /// Otherwise says what is not, and ends.

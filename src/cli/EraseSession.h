@@ -51,6 +51,7 @@ class EraseSession : public FolderScannerControllerDelegate,
     [[nodiscard]] std::vector<QByteArray> itemPaths() const;
     [[nodiscard]] ScanItems scanItems() const;
     void proceed();
+    [[nodiscard]] QByteArray reportPath() const;
     bool openReport();
     bool isAllRight(const QString &problem);
     bool startLog();

@@ -1,7 +1,6 @@
 #include "cli/LogOption.h"
 
 #include "app/run/LogPlace.h"
-#include "cli/ReportFile.h"
 #include "engine/ProtectedPlaces.h"
 #include "platform/PathBytes.h"
 #include "support/LogPathCheck.h"
@@ -13,10 +12,16 @@ QString wouldBeErased()
     return QStringLiteral("The log is among what is to be erased");
 }
 
+QString wouldStandInFolder()
+{
+    return QStringLiteral("The log would stand in a folder to be erased");
+}
+
 } // namespace
 
-LogOption::LogOption(const QByteArray &path, const QByteArray &startFolder)
-    : given_(path), path_(PathBytes::absolute(path, startFolder))
+LogOption::LogOption(const QByteArray &path, const QByteArray &startFolder, bool leavesLinkTargets)
+    : given_(path), path_(PathBytes::absolute(path, startFolder)),
+      linkTargets_(leavesLinkTargets ? SystemCalls::LastLink::Stop : SystemCalls::LastLink::Follow)
 {
     // Which absolute() takes away, and which says that a folder is meant.
     if (path.endsWith('/') && !path_.endsWith('/'))
@@ -28,20 +33,22 @@ QString LogOption::problem(const std::vector<QByteArray> &items, const QByteArra
     const QString sentence = LogPathCheck::of(path_).sentence();
     if (!sentence.isEmpty())
         return line(sentence);
-    if (!report.isEmpty() && LogPlace::isSameFile(path_, report))
+    if (!report.isEmpty() && LogPlace::isSameFile(path_, report, SystemCalls::LastLink::Follow))
         return line(QStringLiteral("The log and the report cannot be one file"));
     for (const QByteArray &item : items) {
-        if (LogPlace::isSameFile(path_, item))
+        if (LogPlace::isSameFile(path_, item, linkTargets_))
             return line(wouldBeErased());
-        if (ProtectedPlaces::refusal(item).isNull() && ReportFile(path_).liesIn(item))
-            return line(QStringLiteral("The log would stand in a folder to be erased"));
+        if (ProtectedPlaces::refusal(item).isNull() && LogPlace::isInFolder(path_, item))
+            return line(wouldStandInFolder());
     }
     return {};
 }
 
 QString LogOption::problem(const EraseRun &run) const
 {
-    return LogPlace::isQueued(path_, run) ? line(wouldBeErased()) : QString();
+    if (LogPlace::isQueued(path_, run, linkTargets_))
+        return line(wouldBeErased());
+    return LogPlace::isInFolder(path_, run) ? line(wouldStandInFolder()) : QString();
 }
 
 QString LogOption::line(const QString &text) const

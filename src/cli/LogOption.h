@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/run/EraseRun.h"
+#include "platform/SystemCalls.h"
 
 #include <QByteArray>
 #include <QString>
@@ -16,8 +17,10 @@
 class LogOption
 {
   public:
-    /// `path` as the user gave it, null for none; `startFolder` is what it is relative to.
-    LogOption(const QByteArray &path, const QByteArray &startFolder);
+    /// `path` as the user gave it, null for none; `startFolder` is what it is relative to. Where
+    /// the targets of links are left alone, a link to the log does not speak against it.
+    LogOption(const QByteArray &path, const QByteArray &startFolder,
+              bool leavesLinkTargets = false);
 
     [[nodiscard]] bool isWanted() const { return !given_.isNull(); }
     /// Absolute.
@@ -27,7 +30,8 @@ class LogOption
     /// absolute paths, nor in a folder that is one. An empty report path is none.
     [[nodiscard]] QString problem(const std::vector<QByteArray> &items,
                                   const QByteArray &report) const;
-    /// Whether a link or another name of it is queued: its content would be overwritten.
+    /// Whether it, or another name of it, is queued, or the run removes a folder above it, by
+    /// whatever names: its content would be overwritten.
     [[nodiscard]] QString problem(const EraseRun &run) const;
     /// The line for a text that says what is wrong with it.
     [[nodiscard]] QString line(const QString &text) const;
@@ -35,4 +39,5 @@ class LogOption
   private:
     QByteArray given_;
     QByteArray path_;
+    SystemCalls::LastLink linkTargets_;
 };

@@ -5,10 +5,6 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-#include <algorithm>
-#include <filesystem>
-#include <system_error>
-
 namespace {
 
 bool commit(QFileDevice &file)
@@ -23,25 +19,6 @@ bool commit(QFileDevice &file)
 
 ReportFile::ReportFile(const QByteArray &path) : path_(path)
 {
-}
-
-bool ReportFile::liesIn(const QByteArray &path) const
-{
-    namespace fs = std::filesystem;
-    std::error_code error;
-    const fs::path item = path.toStdString();
-    if (!fs::is_directory(fs::symlink_status(item, error)))
-        return false;
-    const fs::path folder = fs::canonical(item, error);
-    if (error)
-        return false;
-    const fs::path absolute = fs::absolute(path_.toStdString(), error);
-    if (error)
-        return false;
-    const fs::path report = fs::weakly_canonical(absolute, error);
-    return !error &&
-           std::mismatch(folder.begin(), folder.end(), report.begin(), report.end()).first ==
-               folder.end();
 }
 
 QString ReportFile::open()

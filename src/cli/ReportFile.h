@@ -19,9 +19,6 @@ class ReportFile
   public:
     explicit ReportFile(const QByteArray &path);
 
-    /// Whether it is to stand in the folder at `path` or below it. A link to a folder holds
-    /// nothing.
-    [[nodiscard]] bool liesIn(const QByteArray &path) const;
     /// An empty text, or why the report cannot be written.
     QString open();
     [[nodiscard]] bool isOpen() const { return file_ != nullptr && file_->isOpen(); }

@@ -19,6 +19,8 @@ struct ScanFacts
     /// The scan was stopped before it had seen all that is in the folder. There may be hidden files
     /// that nobody has listed, so it is removed only if it holds nothing at all.
     bool isUnfinished = false;
+    /// Of the file or folder; of a link, that of what it leads to. 0: it could not be seen.
+    std::uint64_t inode = 0;
     /// Of a link: bytes of what it leads to, whether that is to be left alone or not; -1 unknown.
     double targetSize = -1;
     /// Its file system, if that is one that writes new blocks instead of old ones.

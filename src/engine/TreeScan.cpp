@@ -120,8 +120,10 @@ QueueArray::Item TreeScan::makeItem(const Name &name)
         facts.isLink = status.kind == FileKind::Link;
         facts.hasOtherNames = !facts.isLink && status.hardLinks > 1;
         if (!facts.isLink ||
-            calls.statusAt(name.folder, name.relative, LastLink::Follow, status) >= 0)
+            calls.statusAt(name.folder, name.relative, LastLink::Follow, status) >= 0) {
             size = double(status.size);
+            facts.inode = status.inode;
+        }
         if (facts.isLink) {
             facts.targetSize = size;
             size = order_.skipLinkTargets ? 0 : size;
@@ -167,8 +169,12 @@ bool TreeScan::enterFolder(const QByteArray &path)
 
 bool TreeScan::openedFolder(const QByteArray &path, const FileStatus &status)
 {
-    if (!protectedPlaces_.contains(status, fileSystemType(status.device, path)))
+    if (!protectedPlaces_.contains(status, fileSystemType(status.device, path))) {
+        // One whose path is too long for the system is not among them.
+        if (const auto folder = findings_.folders.find(path); folder != findings_.folders.end())
+            folder->second.inode = status.inode;
         return true;
+    }
     const QString refusal = ProtectedPlaces::refusalOnTheWay();
     logLocation("-[FileUtils recursiveScan:]_block_invoke (1):", path);
     findings_.folders.erase(path);

@@ -53,8 +53,10 @@ std::int64_t LocalTime::timestampOf(const CalendarFields &local)
     return ::mktime(&fields);
 }
 
+/// localtime_r(3) does not look the zone up, mktime(3) does.
 std::optional<CalendarFields> LocalTime::fieldsOf(std::int64_t timestamp)
 {
+    ::tzset();
     const std::optional<tm> time = localTime(timestamp);
     if (!time)
         return std::nullopt;
@@ -79,6 +81,7 @@ QByteArray LocalTime::clock(std::chrono::system_clock::time_point now)
 
 QByteArray LocalTime::text(std::int64_t timestamp, const QByteArray &format, std::size_t capacity)
 {
+    ::tzset();
     return formatted(localTime(timestamp), format, capacity);
 }
 

@@ -1,25 +1,47 @@
 #include "platform/LogFile.h"
 
+#include "platform/FileSystemKind.h"
 #include "platform/PathBytes.h"
 
-#include <array>
 #include <cerrno>
-#include <cstdio>
 
 #include <fcntl.h>
 #include <unistd.h>
 
 namespace {
 
-constexpr int appending = O_WRONLY | O_APPEND | O_NOCTTY | O_CLOEXEC;
+// Without O_NONBLOCK a file that another program holds a lease on would keep us waiting for it.
+constexpr int writing = O_WRONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC;
+constexpr int appending = writing | O_APPEND;
 
-/// Opens the inode behind the handle, whatever has its name by now.
+/// A name of the inode behind the handle, whatever has its own name by now.
+QByteArray nameOf(const Descriptor &handle)
+{
+    return "/proc/self/fd/" + QByteArray::number(handle.fd());
+}
+
 Descriptor reopened(const Descriptor &handle, int flags)
 {
-    std::array<char, 32> path{};
-    std::snprintf(path.data(), path.size(), "/proc/self/fd/%d", handle.fd());
-    const int fd = ::open(path.data(), flags);
+    const int fd = ::open(nameOf(handle).constData(), flags);
     return Descriptor(fd < 0 ? -errno : fd);
+}
+
+bool isKernelsOwn(const QByteArray &path)
+{
+    std::uint64_t type = 0;
+    return SystemCalls::current().fileSystemType(path.constData(), type) >= 0 &&
+           FileSystemKind::isKernelInterface(type);
+}
+
+/// What is behind the handle. The kernel's switches and tables look like ordinary files, but are
+/// none.
+int kindOf(const Descriptor &handle, FileKind &kind)
+{
+    FileStatus status;
+    const int result = SystemCalls::current().status(handle.fd(), status);
+    const bool isSwitch = status.kind == FileKind::Regular && isKernelsOwn(nameOf(handle));
+    kind = isSwitch ? FileKind::Unknown : status.kind;
+    return result < 0 ? -result : 0;
 }
 
 Descriptor made(const QByteArray &path)
@@ -49,33 +71,22 @@ Descriptor emptied(const QByteArray &path)
     using Calls = SystemCalls;
     const Descriptor handle(Calls::current().open(Calls::startFolder, path.constData(),
                                                   Calls::Access::Handle, Calls::LastLink::Stop));
-    FileStatus status;
+    FileKind kind = FileKind::Unknown;
     int error = handle.error();
     if (error == 0)
-        error = -Calls::current().status(handle.fd(), status);
+        error = kindOf(handle, kind);
     if (error == 0)
-        error = refusal(status.kind);
+        error = refusal(kind);
     return error == 0 ? reopened(handle, appending | O_TRUNC) : Descriptor(-error);
 }
 
 int whyNotMade(const QByteArray &path)
 {
     const QByteArray folder = PathBytes::withoutLastComponent(path);
+    if (isKernelsOwn(folder))
+        return EACCES;
     const int result = ::faccessat(AT_FDCWD, folder.constData(), W_OK | X_OK, AT_EACCESS);
     return result == 0 ? 0 : errno;
-}
-
-int whyNotWritten(const QByteArray &path)
-{
-    using Calls = SystemCalls;
-    const Descriptor handle(Calls::current().open(Calls::startFolder, path.constData(),
-                                                  Calls::Access::Handle, Calls::LastLink::Stop));
-    FileStatus status;
-    if (!handle.isOpen() || Calls::current().status(handle.fd(), status) < 0)
-        return handle.error();
-    // Without O_APPEND: a file that can only grow cannot be emptied either.
-    const int flags = O_WRONLY | O_NOCTTY | O_CLOEXEC;
-    return status.kind == FileKind::Regular ? reopened(handle, flags).error() : 0;
 }
 
 } // namespace
@@ -83,27 +94,32 @@ int whyNotWritten(const QByteArray &path)
 LogPathFacts LogFile::look(const QByteArray &path)
 {
     using Calls = SystemCalls;
-    FileStatus status;
-    const int result = Calls::current().statusAt(Calls::startFolder, path.constData(),
-                                                 Calls::LastLink::Stop, status);
-    if (result == -ENOENT)
+    const Descriptor handle(Calls::current().open(Calls::startFolder, path.constData(),
+                                                  Calls::Access::Handle, Calls::LastLink::Stop));
+    if (handle.error() == ENOENT)
         return {std::nullopt, whyNotMade(path)};
-    if (result < 0)
-        return {std::nullopt, -result};
-    return {status.kind, status.kind == FileKind::Regular ? whyNotWritten(path) : 0};
+    if (!handle.isOpen())
+        return {std::nullopt, handle.error()};
+    FileKind kind = FileKind::Unknown;
+    if (const int error = kindOf(handle, kind); error != 0)
+        return {std::nullopt, error};
+    // Without O_APPEND: a file that can only grow cannot be emptied either.
+    return {kind, kind == FileKind::Regular ? reopened(handle, writing).error() : 0};
 }
 
 int LogFile::open(const QByteArray &path)
 {
-    // Twice, since the name may come and go in between.
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        file_ = emptied(path);
-        if (file_.error() == ENOENT)
-            file_ = made(path);
-        if (file_.error() != EEXIST)
-            break;
-    }
+    file_ = emptied(path);
+    if (file_.error() == ENOENT)
+        file_ = made(path);
     return file_.error();
+}
+
+bool LogFile::isRemoved() const
+{
+    FileStatus status;
+    return isOpen() && SystemCalls::current().status(file_.fd(), status) >= 0 &&
+           status.hardLinks == 0;
 }
 
 int LogFile::write(const QByteArray &line)

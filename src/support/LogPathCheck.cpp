@@ -35,6 +35,8 @@ Answer answerOfError(int error)
         return Answer::NotAllowed;
     case EROFS:
         return Answer::ReadOnly;
+    case EWOULDBLOCK:
+        return Answer::InUse;
     default:
         return Answer::Other;
     }
@@ -103,6 +105,8 @@ QString LogPathCheck::sentence() const
         return translated("You do not have the permission to write this file.");
     case Answer::ReadOnly:
         return translated("The file system is read-only.");
+    case Answer::InUse:
+        return translated("Another program is using this file.");
     case Answer::Other:
         break;
     }

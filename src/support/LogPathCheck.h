@@ -20,11 +20,12 @@ struct LogPathCheck
         NoName,     ///< it holds a character that no name can
         Folder,     ///< it is a folder, or ends like one
         Link,       ///< a symbolic link: the file behind it would be emptied
-        NotRegular, ///< a FIFO, a device, a socket
+        NotRegular, ///< a FIFO, a device, a socket, one of the kernel's own files
         NoFolder,   ///< the folder that should hold it is missing
         BelowFile,  ///< a part of the path is no folder
         NotAllowed, ///< for want of permission
         ReadOnly,   ///< the file system is
+        InUse,      ///< another program has it for itself
         Other       ///< anything else: the system's own words
     };
 

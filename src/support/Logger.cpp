@@ -101,7 +101,7 @@ void Logger::setUp()
     if (!isPathGiven_)
         logFilePath_ = preferences.path;
     interval_ = preferences.interval;
-    if (!logFilePath_.isEmpty())
+    if (!logFilePath_.isEmpty() && !isLogFileAbandoned_)
         createNewLogFileAtPath(logFilePath_);
     isSetUp_ = true;
 }
@@ -126,13 +126,16 @@ void Logger::createNewLogFileAtPath(const QByteArray &path)
 
 QString Logger::logFileProblem() const
 {
-    const int error = writeError_;
-    return error == 0 ? openProblem_ : SystemError::text(error);
+    if (isLogFileAbandoned_)
+        return tr("It was among what was to be erased.");
+    if (const int error = writeError_; error != 0)
+        return SystemError::text(error);
+    return logFileHandle_.isRemoved() ? tr("It has been removed.") : openProblem_;
 }
 
 void Logger::writeToLogFile(const QString &text)
 {
-    if (!logFileHandle_.isOpen())
+    if (!isLogFileOpen())
         return;
     const int error = logFileHandle_.write(text.toUtf8());
     int none = 0;

@@ -67,14 +67,20 @@ class Logger : public QObject, public std::enable_shared_from_this<Logger>
 
     /// Another file than the one in the preferences. To be called before the first message.
     void setLogFilePath(const QByteArray &path);
+    /// Leaves the log file to the eraser: what is logged from now on goes to none, and that is the
+    /// problem of the log file. The file stays open, since another thread may be writing.
+    void abandonLogFile() { isLogFileAbandoned_ = true; }
     /// Whether the first message has been logged: which file it goes to is settled. Thread: any
     [[nodiscard]] bool isSetUp() const { return isSetUp_; }
     /// What set-up found in the preferences or was told; empty: no file. Counts from isSetUp() on.
     [[nodiscard]] const QByteArray &logFilePath() const { return logFilePath_; }
     /// Counts from isSetUp() on.
-    [[nodiscard]] bool isLogFileOpen() const { return logFileHandle_.isOpen(); }
-    /// Why the log file cannot be opened, or could not be written at some time; empty if nothing
-    /// was wrong. Counts from isSetUp() on. Thread: any
+    [[nodiscard]] bool isLogFileOpen() const
+    {
+        return logFileHandle_.isOpen() && !isLogFileAbandoned_;
+    }
+    /// Why the log file cannot be opened, could not be written at some time, or is a file no more;
+    /// empty if nothing was wrong. Counts from isSetUp() on. Thread: any
     [[nodiscard]] QString logFileProblem() const;
 
     [[nodiscard]] const Records &logArray() const { return logArray_; }
@@ -121,6 +127,7 @@ class Logger : public QObject, public std::enable_shared_from_this<Logger>
     std::once_flag setUpOnce_;
     std::atomic<bool> isSetUp_ = false;
     bool isPathGiven_ = false;
+    std::atomic<bool> isLogFileAbandoned_ = false;
     QByteArray logFilePath_;
     LogFile logFileHandle_;
     QString openProblem_;

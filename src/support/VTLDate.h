@@ -42,7 +42,8 @@ class VTLDate
     /// The age: "5 minutes", "8 days", or the date beyond that. "--" for what is no time stamp.
     static QString dateStringShortStyleFromTimestamp(std::int64_t timestamp,
                                                      std::int64_t now = currentTimestamp());
-    /// The name of an interval: "Manual", "1 hour", "2 weeks", "--" from forty thousand minutes on.
+    /// The name of an interval: "Manual", "1 hour", "2 weeks", "--" from four weeks (40,320
+    /// minutes) on.
     static QString stringFromMinutes(std::int64_t minutes);
 
     static std::int64_t currentTimestamp() { return QDateTime::currentSecsSinceEpoch(); }

@@ -3,6 +3,8 @@
 #include "app/Stage.h"
 #include "kit/Scratch.h"
 #include "support/Logger.h"
+#include "ui/FinishedView.h"
+#include "ui/TextLabel.h"
 
 #include <QTest>
 
@@ -29,6 +31,8 @@ void MainVCLogConflictTest::aLogThatIsQueuedIsErasedAndNotEmptied()
     QCOMPARE(stage.outlets.errorLogArrayController->count(), 0);
     QVERIFY(!Scratch::exists(folder));
     QVERIFY(!Logger::shared().isLogFileOpen());
+    QVERIFY(stage.outlets.viewFinished->note()->text().endsWith(
+        QLatin1String("The log is not complete: It was among what was to be erased.")));
 }
 
 QTEST_MAIN(MainVCLogConflictTest)

@@ -27,5 +27,8 @@ set_target_properties(app_MainInterfaceTest app_UpdatePresenterTest PROPERTIES
   DISABLE_PRECOMPILE_HEADERS ON)
 vantorel_test(app/MainVCLogConflictTest GUI LINKS vantorel_app)
 vantorel_test(app/MainVCLogConflictScanTest GUI LINKS vantorel_app)
+vantorel_test(app/MainVCLogErasedTest GUI LINKS vantorel_app)
+vantorel_test(app/MainVCLogLinkTest GUI LINKS vantorel_app)
 vantorel_test(app/MainVCLogProblemTest GUI LINKS vantorel_app)
+vantorel_test(app/MainVCLogStoppedScanTest GUI LINKS vantorel_app)
 vantorel_test(app/MainVCLogRefusedTest GUI LINKS vantorel_app)

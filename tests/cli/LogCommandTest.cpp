@@ -111,6 +111,39 @@ class LogCommandTest : public QObject
         QVERIFY(!Scratch::content(log).contains("before"));
     }
 
+    void aLinkWhoseTargetIsLeftAloneIsNotTheLog()
+    {
+        const Scratch scratch;
+        const QByteArray log = scratch.file("run.log", "of the run before\n");
+        const QByteArray link = scratch.link("link", "run.log");
+
+        QCOMPARE(run(scratch, {"-yq", "--log", log, link}).exitCode, 2);
+        QCOMPARE(Scratch::content(log), QByteArray("of the run before\n"));
+        QCOMPARE(run(scratch, {"-yq", "--leave-link-targets", "--log", log, link}).exitCode, 0);
+
+        QVERIFY(!Scratch::exists(link));
+        QCOMPARE(logged(log).size(), 3);
+    }
+
+    void aLogThatIsRemovedMeanwhileIsMissed()
+    {
+        const Scratch scratch;
+        const QByteArray folder = scratch.folder("folder");
+        const QByteArray log = scratch.path("run.log");
+        QByteArray last;
+        for (int number = 0; number < 40; ++number)
+            last = scratch.file("folder/" + QByteArray::number(number), 100'000);
+        Program program(scratch, {"erase", "-yq", "-m6", "--log", log, folder});
+        program.start();
+        QVERIFY(program.runsUntil([&log] { return !Scratch::content(log).isEmpty(); }));
+        QCOMPARE(::unlink(log.constData()), 0);
+        const Outcome outcome = program.finish();
+
+        QCOMPARE(outcome.errors, log + ": It has been removed.\n");
+        QCOMPARE(outcome.exitCode, 1);
+        QVERIFY(!Scratch::exists(last));
+    }
+
     /// It is the window's, which may be open.
     void thePreferredLogIsLeftAlone()
     {

@@ -11,8 +11,11 @@ namespace {
 void scan(EraseRun &run, const std::vector<QByteArray> &paths)
 {
     FileUtils utils;
-    for (const QByteArray &path : paths)
-        run.addObjectsFromArray(utils.readFilesFromPath(path).files);
+    for (const QByteArray &path : paths) {
+        ScanReport report = utils.readFilesFromPath(path);
+        run.addObjectsFromArray(std::move(report.files));
+        run.addFolderObjectsToQueueFromDict(std::move(report.folders));
+    }
 }
 
 } // namespace
@@ -108,6 +111,46 @@ class LogOptionTest : public QObject
         QCOMPARE(option.problem({}, scratch.path("report")), QString());
         QCOMPARE(LogOption("new", scratch.path()).problem({}, scratch.path("new")),
                  QStringLiteral("new: The log and the report cannot be one file"));
+    }
+
+    void aReportThatIsNotThereYetIsKnownByItsPlace()
+    {
+        const Scratch scratch;
+        scratch.folder("folder");
+        scratch.link("way", "folder");
+        const LogOption option("folder/new", scratch.path());
+        const QString problem =
+            QStringLiteral("folder/new: The log and the report cannot be one file");
+        QCOMPARE(option.problem({}, scratch.path("way/new")), problem);
+        QCOMPARE(option.problem({}, scratch.path("folder/../folder/new")), problem);
+        QCOMPARE(option.problem({}, scratch.path("new")), QString());
+    }
+
+    void aLinkWhoseTargetIsLeftAloneDoesNotCount()
+    {
+        const Scratch scratch;
+        const QByteArray log = scratch.file("log", "x");
+        const QByteArray link = scratch.link("link", "log");
+        EraseRun run;
+        scan(run, {link});
+        const QString problem = QStringLiteral("log: The log is among what is to be erased");
+        const LogOption followed("log", scratch.path());
+        QCOMPARE(followed.problem({link}, {}), problem);
+        QCOMPARE(followed.problem(run), problem);
+        const LogOption left("log", scratch.path(), true);
+        QCOMPARE(left.problem({link}, {}), QString());
+        QCOMPARE(left.problem(run), QString());
+        QCOMPARE(left.problem({log}, {}), problem);
+    }
+
+    void aLogInAFolderOfTheRunIsSaid()
+    {
+        const Scratch scratch;
+        EraseRun run;
+        scan(run, {scratch.folder("folder")});
+        QCOMPARE(LogOption("folder/new", scratch.path()).problem(run),
+                 QStringLiteral("folder/new: The log would stand in a folder to be erased"));
+        QCOMPARE(LogOption("new", scratch.path()).problem(run), QString());
     }
 
     void aQueuedLinkOrOtherNameOfTheLogIsSaid_data()

@@ -108,49 +108,6 @@ class ReportFileTest : public QObject
         QCOMPARE(Scratch::content(scratch.path("file")), QByteArray("x"));
     }
 
-    void liesInAFolderByWhereItReallyIs_data()
-    {
-        QTest::addColumn<QByteArray>("report");
-        QTest::addColumn<QByteArray>("item");
-        QTest::addColumn<bool>("liesIn");
-        QTest::newRow("in the folder") << QByteArray("folder/r") << QByteArray("folder") << true;
-        QTest::newRow("the folder itself") << QByteArray("folder") << QByteArray("folder") << true;
-        QTest::newRow("deep below it")
-            << QByteArray("folder/inner/r") << QByteArray("folder") << true;
-        QTest::newRow("below what is not there yet")
-            << QByteArray("folder/missing/r") << QByteArray("folder") << true;
-        QTest::newRow("by way of a link") << QByteArray("link/r") << QByteArray("folder") << true;
-        QTest::newRow("by way of dots")
-            << QByteArray("other/../folder/./r") << QByteArray("folder") << true;
-        QTest::newRow("out by way of dots")
-            << QByteArray("folder/../r") << QByteArray("folder") << false;
-        QTest::newRow("beside it") << QByteArray("r") << QByteArray("folder") << false;
-        QTest::newRow("in another one") << QByteArray("other/r") << QByteArray("folder") << false;
-        QTest::newRow("in one whose name begins the same")
-            << QByteArray("folder2/r") << QByteArray("folder") << false;
-        QTest::newRow("in the folder above")
-            << QByteArray("folder/r") << QByteArray("folder/inner") << false;
-        QTest::newRow("of a link only the link goes")
-            << QByteArray("folder/r") << QByteArray("link") << false;
-        QTest::newRow("a file holds nothing")
-            << QByteArray("folder/a") << QByteArray("folder/a") << false;
-        QTest::newRow("nor does what is missing")
-            << QByteArray("missing/r") << QByteArray("missing") << false;
-    }
-    void liesInAFolderByWhereItReallyIs()
-    {
-        QFETCH(QByteArray, report);
-        QFETCH(QByteArray, item);
-        QFETCH(bool, liesIn);
-        const Scratch scratch;
-        for (const char *folder : {"folder", "folder/inner", "folder2", "other"})
-            QVERIFY(!scratch.folder(folder).isEmpty());
-        scratch.file("folder/a", "x");
-        scratch.link("link", "folder");
-
-        QCOMPARE(ReportFile(scratch.path(report)).liesIn(scratch.path(item)), liesIn);
-    }
-
     void aPipeTakesTheReportAndStaysAPipe()
     {
         const Scratch scratch;

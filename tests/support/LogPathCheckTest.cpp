@@ -66,6 +66,7 @@ class LogPathCheckTest : public QObject
         row("file immutable", "/a/log", standing(FileKind::Regular, EPERM), Answer::NotAllowed);
         row("read-only", "/a/log", nothing(EROFS), Answer::ReadOnly);
         row("read-only file", "/a/log", standing(FileKind::Regular, EROFS), Answer::ReadOnly);
+        row("a lease", "/a/log", standing(FileKind::Regular, EWOULDBLOCK), Answer::InUse);
         row("name too long", "/a/log", nothing(ENAMETOOLONG), Answer::Other);
         row("a program that runs", "/a/log", standing(FileKind::Regular, ETXTBSY), Answer::Other);
     }
@@ -114,6 +115,8 @@ class LogPathCheckTest : public QObject
         QCOMPARE(answerFor(fifo), Answer::NotRegular);
         QCOMPARE(answerFor("/dev/null"), Answer::NotRegular);
         QCOMPARE(answerFor("/dev/full"), Answer::NotRegular);
+        QCOMPARE(answerFor("/proc/self/comm"), Answer::NotRegular);
+        QCOMPARE(answerFor("/proc/self/new"), Answer::NotAllowed);
         QCOMPARE(answerFor(scratch.path("missing/new")), Answer::NoFolder);
         QCOMPARE(answerFor(scratch.path("log/new")), Answer::BelowFile);
         QCOMPARE(answerFor("log"), Answer::Relative);

@@ -106,6 +106,9 @@ class LoggerTest : public QObject
     void aPathSetLaterCountsFromTheNextStart();
     void aGivenPathTakesThePlaceOfThePreferences();
     void linesGoToTheEndOfAFileThatOthersWriteToo();
+    void aFileThatIsRemovedIsMissed();
+    void anAbandonedFileTakesNoMoreLines_data();
+    void anAbandonedFileTakesNoMoreLines();
     void aNameThatIsNotUtf8IsAFileLikeAnyOther();
     void whatCannotBeALogIsSaidOnceAndLeftAlone_data();
     void whatCannotBeALogIsSaidOnceAndLeftAlone();
@@ -454,6 +457,40 @@ void LoggerTest::linesGoToTheEndOfAFileThatOthersWriteToo()
     logger->log(1, frame, text("two"), {});
     QCOMPARE(untimed(logged()), (QStringList{text("[INFO] |[Scene plays]one"), text("theirs"),
                                              text("[INFO] |[Scene plays]two"), QString()}));
+}
+
+void LoggerTest::aFileThatIsRemovedIsMissed()
+{
+    const auto logger = makeLogger();
+    logger->log(1, frame, text("one"), {});
+    QCOMPARE(logger->logFileProblem(), QString());
+    QCOMPARE(::unlink(logPath().constData()), 0);
+    QCOMPARE(logger->logFileProblem(), text("It has been removed."));
+}
+
+void LoggerTest::anAbandonedFileTakesNoMoreLines_data()
+{
+    QTest::addColumn<bool>("isOpen");
+    QTest::newRow("before the first message") << false;
+    QTest::newRow("later") << true;
+}
+
+void LoggerTest::anAbandonedFileTakesNoMoreLines()
+{
+    QFETCH(bool, isOpen);
+    scratch_->file("log", "of the run before\n");
+    const auto logger = makeLogger();
+    if (isOpen)
+        logger->log(1, frame, text("one"), {});
+    const QByteArray before = logged();
+    QVERIFY(!before.isEmpty());
+    logger->abandonLogFile();
+    logger->log(1, frame, text("two"), {});
+    QCOMPARE(logged(), before);
+    QVERIFY(!logger->isLogFileOpen());
+    QCOMPARE(logger->logFileProblem(), text("It was among what was to be erased."));
+    logger->flush();
+    QCOMPARE(logger->logArray().back()->message, text("two"));
 }
 
 void LoggerTest::aNameThatIsNotUtf8IsAFileLikeAnyOther()

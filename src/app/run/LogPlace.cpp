@@ -3,61 +3,123 @@
 #include "app/run/EraseRun.h"
 #include "platform/PathBytes.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <system_error>
 #include <vector>
 
 namespace fs = std::filesystem;
+using LastLink = SystemCalls::LastLink;
 
 namespace {
 
-/// The folders above it, by their real names.
-std::vector<QByteArray> foldersAbove(const QByteArray &path)
+std::optional<FileStatus> look(const QByteArray &path, LastLink lastLink)
+{
+    FileStatus status;
+    const int result = SystemCalls::current().statusAt(SystemCalls::startFolder, path.constData(),
+                                                       lastLink, status);
+    return result < 0 ? std::nullopt : std::optional(status);
+}
+
+/// Where a file would be made under the path: what is a link there need not lead to anything.
+QByteArray placeOf(const QByteArray &path, LastLink linkTargets)
+{
+    constexpr int mostLinks = 40; // as many as the system follows
+    std::error_code error;
+    fs::path place = path.toStdString();
+    for (int links = 0; linkTargets == LastLink::Follow && links < mostLinks; ++links) {
+        const fs::path target = fs::read_symlink(place, error);
+        if (error)
+            break;
+        place = place.parent_path() / target;
+    }
+    return QByteArray::fromStdString(place.string());
+}
+
+bool isSamePlace(const QByteArray &one, const QByteArray &other)
+{
+    if (PathBytes::lastComponent(one) != PathBytes::lastComponent(other))
+        return false;
+    const auto first = look(PathBytes::withoutLastComponent(one), LastLink::Follow);
+    const auto second = look(PathBytes::withoutLastComponent(other), LastLink::Follow);
+    return first && second && first->isSameFile(*second);
+}
+
+/// The folders on the way to it, as far as they are there.
+std::vector<FileStatus> foldersOnTheWay(const QByteArray &path)
 {
     std::error_code error;
-    fs::path folder = fs::weakly_canonical(path.toStdString(), error).parent_path();
-    std::vector<QByteArray> folders;
-    for (; !error && folder.has_relative_path(); folder = folder.parent_path())
-        folders.push_back(QByteArray::fromStdString(folder.string()));
+    const QByteArray place = placeOf(path, LastLink::Follow);
+    std::vector<FileStatus> folders;
+    for (fs::path way = fs::weakly_canonical(place.toStdString(), error);
+         !error && way.has_relative_path(); way = way.parent_path()) {
+        const auto status = look(QByteArray::fromStdString(way.string()), LastLink::Stop);
+        if (status && status->kind == FileKind::Folder)
+            folders.push_back(*status);
+    }
     return folders;
+}
+
+bool isAmong(const std::vector<FileStatus> &folders, const QByteArray &folder)
+{
+    const auto status = look(folder, LastLink::Stop);
+    return status && std::any_of(folders.begin(), folders.end(), [&status](const FileStatus &one) {
+               return one.isSameFile(*status);
+           });
+}
+
+/// What the scan saw of it does not rule it out. A million items are not looked at once more.
+bool mayHaveInode(const ScanFacts &facts, const FileStatus &file)
+{
+    return facts.inode == 0 || facts.inode == file.inode;
 }
 
 } // namespace
 
-bool LogPlace::isSameFile(const QByteArray &one, const QByteArray &other)
+bool LogPlace::isSameFile(const QByteArray &one, const QByteArray &other, LastLink linkTargets)
 {
-    std::error_code error;
-    return one == other || fs::equivalent(one.toStdString(), other.toStdString(), error);
+    // Some file systems number the same file anew each time.
+    if (one == other)
+        return true;
+    const auto first = look(one, linkTargets);
+    const auto second = look(other, linkTargets);
+    if (first && second)
+        return first->isSameFile(*second);
+    return !first && !second && isSamePlace(placeOf(one, linkTargets), placeOf(other, linkTargets));
 }
 
-bool LogPlace::isQueued(const QByteArray &log, const EraseRun &run)
+bool LogPlace::isInFolder(const QByteArray &file, const QByteArray &folder)
 {
-    std::error_code error;
-    const bool hasOtherNames = fs::hard_link_count(log.toStdString(), error) > 1 && !error;
-    for (const QueueArray::Item &item : run.queueArray()->items()) {
+    return isAmong(foldersOnTheWay(file), folder);
+}
+
+bool LogPlace::isQueued(const QByteArray &file, const EraseRun &run, LastLink linkTargets)
+{
+    const auto status = look(file, LastLink::Follow);
+    const QByteArray name = PathBytes::lastComponent(file);
+    const auto isTheFile = [&](const QueueArray::Item &item) {
         const ScanFacts &facts = item->scanFacts();
-        // A folder that is mounted twice shows the same name in both.
-        const bool mayBeTheLog = facts.isLink || (facts.hasOtherNames && hasOtherNames) ||
-                                 item->filename() == PathBytes::lastComponent(log);
-        if (mayBeTheLog && isSameFile(log, item->fullpath()))
-            return true;
-    }
-    return false;
+        // Names and links may lead elsewhere than they did when the scan saw them.
+        const bool mayBe =
+            facts.isLink ? linkTargets == LastLink::Follow
+                         : item->filename() == name || (status && mayHaveInode(facts, *status));
+        return mayBe && isSameFile(file, item->fullpath(), linkTargets);
+    };
+    const QueueArray::Items &items = run.queueArray()->items();
+    return std::any_of(items.begin(), items.end(), isTheFile);
 }
 
-/// Only the uppermost folders can have other names than their real ones: below them no link is
-/// followed.
-bool LogPlace::isInFolder(const QByteArray &log, const EraseRun &run)
+bool LogPlace::isInFolder(const QByteArray &file, const EraseRun &run)
 {
     const FolderMap &folders = run.folderUrlsToDeleteDict();
-    const std::vector<QByteArray> above = foldersAbove(log);
-    for (const auto &[path, facts] : folders) {
-        if (folders.count(PathBytes::withoutLastComponent(path)) != 0 || facts.isLink)
-            continue;
-        for (const QByteArray &folder : above) {
-            if (isSameFile(folder, path))
-                return true;
-        }
-    }
-    return false;
+    if (folders.empty())
+        return false;
+    const std::vector<FileStatus> way = foldersOnTheWay(file);
+    return std::any_of(folders.begin(), folders.end(), [&way](const auto &folder) {
+        const auto mayBe = [&folder](const FileStatus &one) {
+            return mayHaveInode(folder.second, one);
+        };
+        return std::any_of(way.begin(), way.end(), mayBe) && isAmong(way, folder.first);
+    });
 }

@@ -13,7 +13,8 @@ struct FailedFile;
 /// Failure: none; the logger keeps its own
 namespace RunLog {
 
-/// The scan was stopped; what it found until then counts.
+/// The scan was stopped; what it found until then counts. Not to be the line that empties an old
+/// log: what was named was not all seen.
 void scanCancelled();
 /// When the queue is complete and before the first file.
 void runStarted(std::int64_t method, const EraseRun &run);
