@@ -257,8 +257,9 @@ class TerminalTest : public QObject
 
         const QByteArrayList drawn = drawnLines(pty.shown());
         QVERIFY(!drawn.isEmpty());
-        QVERIFY2(drawn.front().startsWith("[--------------------] 0 %  0 Bytes/s  "),
-                 drawn.front().constData());
+        const bool isAtItsStart = drawn.front().startsWith("[--------------------] 0 %  ");
+        const bool isAtItsEnd = drawn.front().startsWith("[####################] 100 %  ");
+        QVERIFY2(isAtItsStart || isAtItsEnd, drawn.front().constData());
         const Screen screen(pty.shown(), width);
         QVERIFY(screen.widestColumn() < width);
         QStringList rows = screen.rows();
@@ -279,8 +280,9 @@ class TerminalTest : public QObject
 
         const QByteArrayList drawn = drawnLines(pty.shown());
         QVERIFY(!drawn.isEmpty());
-        QCOMPARE(drawn.front(), QByteArray("[--------------------] 0 %  0 Bytes/s  --  "
-                                           "a\\x1b[31m;\xe6\xbc\xa2"));
+        // Where there is much to do, so small a file is done before anything is drawn.
+        QVERIFY2(drawn.front().endsWith("  --  a\\x1b[31m;\xe6\xbc\xa2"),
+                 drawn.front().constData());
     }
 
     void progressIsRedrawnInPlaceUntilTheRunIsInterrupted()
