@@ -10,6 +10,7 @@
 #include "app/update/UpdateSettings.h"
 #include "platform/ApplicationService.h"
 #include "platform/FileManager.h"
+#include "platform/PathBytes.h"
 #include "platform/ProcessEnd.h"
 #include "platform/SessionBus.h"
 #include "platform/ShutdownDelay.h"
@@ -27,9 +28,22 @@
 #include "ui/ScanningSheet.h"
 
 #include <QApplication>
+#include <QPointer>
 #include <QSessionManager>
 
 #include <vector>
+
+namespace {
+
+QString placeOf(const FileUrl &file)
+{
+    return QCoreApplication::translate(
+               "MainInterface",
+               "The new version is saved as %1, but there is no file manager to show it.")
+        .arg(PathBytes::printable(file.path()));
+}
+
+} // namespace
 
 /// The parts in the order in which they depend on each other: the last made goes first.
 struct MainInterface::Parts
@@ -90,9 +104,15 @@ void MainInterface::Parts::makeUpdates(Updater::Settings settings)
 {
     MainVC *vc = workflow.get();
     const auto isBusy = [vc] {
-        return vc->isBusyWiping() || vc->isScanningFiles() || QApplication::activeModalWidget();
+        return vc->isBusyWiping() || vc->isScanningFiles() || QApplication::activeModalWidget() ||
+               QApplication::activePopupWidget();
     };
-    const auto reveal = [](const FileUrl &file) { FileManager::showItems({file}, {}); };
+    const auto reveal = [this](const FileUrl &file) {
+        FileManager::showItems({file}, [presenter = QPointer(updates.get()), file](const auto &) {
+            if (presenter)
+                presenter->say(placeOf(file));
+        });
+    };
     updates = std::make_unique<UpdatePresenter>(std::move(settings), isBusy, reveal);
     layout.outlets.viewPreferences->setChecksForUpdates(updates->updater().isConfigured());
     QObject::connect(layout.window.mainMenu()->checkForUpdates(), &QAction::triggered,

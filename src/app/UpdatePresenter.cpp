@@ -1,5 +1,6 @@
 #include "app/UpdatePresenter.h"
 
+#include "app/Announcer.h"
 #include "support/BytesFormatter.h"
 #include "ui/DialogBox.h"
 #include "ui/DialogBoxes.h"
@@ -14,10 +15,21 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto whenToAskAgain = 30s;
+constexpr auto whenToTryAgain = 30s;
+constexpr auto whenToTryAgainIfAsked = 1s;
 // A dialog has no scroll bar.
 constexpr int longestNotes = 600; // characters
 constexpr int mostLines = 12;
+constexpr std::int64_t quarters = 4;
+
+/// The first characters, without half of one at the end.
+QString beginning(const QString &text, qsizetype most)
+{
+    QString start = text.left(most);
+    if (!start.isEmpty() && start.back().isHighSurrogate())
+        start.chop(1);
+    return start;
+}
 
 } // namespace
 
@@ -26,8 +38,8 @@ UpdatePresenter::UpdatePresenter(Updater::Settings settings, IsBusy isBusy, Reve
     : QObject(parent), isBusy_(std::move(isBusy))
 {
     UpdaterInterface interface;
-    interface.offer = [this](const UpdateOffer &offer, UpdaterInterface::AnswerCall answer) {
-        this->offer(offer, std::move(answer));
+    interface.offer = [this](const UpdateOffer &offer, const UpdaterInterface::AnswerCall &answer) {
+        this->offer(offer, answer);
     };
     interface.downloadStarted = [this](const UpdateOffer &offer) { showDownload(offer); };
     interface.progress = [this](std::int64_t received, std::int64_t total) {
@@ -35,45 +47,64 @@ UpdatePresenter::UpdatePresenter(Updater::Settings settings, IsBusy isBusy, Reve
     };
     interface.downloadEnded = [this] { endDownload(); };
     interface.reveal = std::move(reveal);
-    interface.say = [](const QString &sentence) {
-        DialogBoxes::alertBoxDefault(tr("Vantorel Update"), sentence);
-    };
+    interface.say = [this](const QString &sentence) { say(sentence); };
     updater_ = std::make_unique<Updater>(std::move(settings), std::move(interface));
-    retry_.setInterval(whenToAskAgain);
     retry_.setSingleShot(true);
-    connect(&retry_, &QTimer::timeout, this, &UpdatePresenter::offerWhenItSuits);
+    connect(&retry_, &QTimer::timeout, this, &UpdatePresenter::goOnWhenItSuits);
 }
 
 UpdatePresenter::~UpdatePresenter() = default;
 
-void UpdatePresenter::offer(const UpdateOffer &offer, UpdaterInterface::AnswerCall answer)
+void UpdatePresenter::offer(const UpdateOffer &offer, const UpdaterInterface::AnswerCall &answer)
 {
-    offer_ = offer;
-    answer_ = std::move(answer);
-    offerWhenItSuits();
+    if (isBusy_()) {
+        answer(UpdaterInterface::Answer::Later);
+        wait({offer.wasAskedFor, {}});
+        return;
+    }
+    waiting_.reset();
+    answer(ask(offer));
 }
 
-void UpdatePresenter::offerWhenItSuits()
+void UpdatePresenter::say(const QString &sentence)
 {
-    if (!answer_)
-        return;
-    if (!offer_.wasAskedFor && isBusy_()) {
-        retry_.start();
+    if (isBusy_()) {
+        wait({true, sentence});
         return;
     }
-    retry_.stop();
-    if (!offer_.wasAskedFor && !updater_->automaticallyChecksForUpdates()) {
-        std::exchange(answer_, {})(UpdaterInterface::Answer::Later);
+    waiting_.reset();
+    DialogBoxes::alertBoxDefault(tr("Vantorel Update"), sentence);
+}
+
+/// What the updater has found out since takes the place of what waits; the question stays.
+void UpdatePresenter::wait(Waiting waiting)
+{
+    waiting.wasAskedFor = waiting.wasAskedFor || (waiting_ && waiting_->wasAskedFor);
+    waiting_ = std::move(waiting);
+    retry_.start(waiting_->wasAskedFor ? whenToTryAgainIfAsked : whenToTryAgain);
+}
+
+void UpdatePresenter::goOnWhenItSuits()
+{
+    if (!waiting_)
+        return;
+    if (isBusy_()) {
+        wait(*waiting_);
         return;
     }
-    const UpdaterInterface::AnswerCall answer = std::exchange(answer_, {});
-    answer(ask(offer_));
+    const Waiting waited = *std::exchange(waiting_, std::nullopt);
+    if (!waited.sentence.isEmpty())
+        say(waited.sentence);
+    else if (waited.wasAskedFor)
+        updater_->checkForUpdates();
+    else
+        updater_->checkForUpdatesInBackground();
 }
 
 /// A dialog that was closed in any other way has not been answered.
 UpdaterInterface::Answer UpdatePresenter::ask(const UpdateOffer &offer)
 {
-    DialogBox dialog(tr("A new version of Vantorel is there"), offerText(offer));
+    DialogBox dialog(tr("A new version of Vantorel is available"), offerText(offer));
     dialog.addButtonWithTitle(tr("Download"));
     dialog.addButtonWithTitle(tr("Later"));
     dialog.addButtonWithTitle(tr("Skip This Version"));
@@ -98,7 +129,8 @@ QString UpdatePresenter::offerText(const UpdateOffer &offer)
                        : tr("Version %1").arg(offer.version);
     QStringList lines = offer.notes.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     const bool isCut = lines.size() > mostLines || offer.notes.size() > longestNotes;
-    QString notes = lines.mid(0, mostLines).join(QLatin1Char('\n')).left(longestNotes).trimmed();
+    QString notes =
+        beginning(lines.mid(0, mostLines).join(QLatin1Char('\n')), longestNotes).trimmed();
     if (isCut)
         notes += QChar(0x2026);
     if (!notes.isEmpty())
@@ -122,6 +154,9 @@ void UpdatePresenter::showDownload(const UpdateOffer &offer)
                      progressText(0, offer.bytes));
     dialog.addButtonWithTitle(tr("Cancel"));
     dialog.activeButton(1);
+    Announcer announcer(&dialog);
+    announcer_ = &announcer;
+    announcedQuarters_ = 0;
     download_ = &dialog;
     dialog.runModal();
     if (!hasEnded_)
@@ -130,8 +165,14 @@ void UpdatePresenter::showDownload(const UpdateOffer &offer)
 
 void UpdatePresenter::showProgress(std::int64_t received, std::int64_t total)
 {
-    if (download_)
-        download_->infoTextfield()->setText(progressText(received, total));
+    if (!download_)
+        return;
+    const QString text = progressText(received, total);
+    download_->infoTextfield()->setText(text);
+    download_->setAccessibleDescription(text);
+    const std::int64_t reached = total > 0 ? quarters * received / total : 0;
+    if (reached > std::exchange(announcedQuarters_, reached))
+        announcer_->announce(text);
 }
 
 void UpdatePresenter::endDownload()

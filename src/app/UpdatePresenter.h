@@ -10,12 +10,14 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
+class Announcer;
 class DialogBox;
 
 /// Shows what the updater finds, in dialogs: an offer, a download's progress, the answer to what
-/// was asked for. An offer that nobody asked for waits until no run is busy and no other dialog is
-/// open.
+/// was asked for. As long as that would disturb, it waits: a sentence as it is, an offer as a check
+/// that is made again then, since what was offered may be withdrawn or not wanted any more.
 ///
 /// Thread: main
 /// Owns:   the updater, and the dialog that shows a download
@@ -25,7 +27,7 @@ class UpdatePresenter : public QObject
     Q_OBJECT
 
   public:
-    /// When an offer that nobody asked for would disturb.
+    /// When a dialog would disturb, one that was asked for, too.
     using IsBusy = std::function<bool()>;
     using Reveal = std::function<void(const FileUrl &)>;
 
@@ -34,9 +36,11 @@ class UpdatePresenter : public QObject
     ~UpdatePresenter() override;
 
     [[nodiscard]] Updater &updater() { return *updater_; }
-    [[nodiscard]] bool hasWaitingOffer() const { return bool(answer_); }
-    /// Shows the offer that waits, or tries again later.
-    void offerWhenItSuits();
+    [[nodiscard]] bool isWaiting() const { return waiting_.has_value(); }
+    /// Goes on with what waits, or tries again later.
+    void goOnWhenItSuits();
+    /// One sentence in a dialog, now or as soon as it suits.
+    void say(const QString &sentence);
 
     /// "Version 1.2.0 of 21 November 2026", the notes below it. Pure.
     static QString offerText(const UpdateOffer &offer);
@@ -44,17 +48,25 @@ class UpdatePresenter : public QObject
     static QString progressText(std::int64_t received, std::int64_t total);
 
   private:
-    void offer(const UpdateOffer &offer, UpdaterInterface::AnswerCall answer);
-    [[nodiscard]] UpdaterInterface::Answer ask(const UpdateOffer &offer);
+    struct Waiting
+    {
+        bool wasAskedFor = false;
+        QString sentence; ///< empty: an offer
+    };
+
+    void offer(const UpdateOffer &offer, const UpdaterInterface::AnswerCall &answer);
+    [[nodiscard]] static UpdaterInterface::Answer ask(const UpdateOffer &offer);
+    void wait(Waiting waiting);
     void showDownload(const UpdateOffer &offer);
     void showProgress(std::int64_t received, std::int64_t total);
     void endDownload();
 
     IsBusy isBusy_;
     std::unique_ptr<Updater> updater_;
-    UpdateOffer offer_; ///< that waits
-    UpdaterInterface::AnswerCall answer_;
+    std::optional<Waiting> waiting_; ///< what the updater told last
     QTimer retry_;
     QPointer<DialogBox> download_;
+    QPointer<Announcer> announcer_; ///< of the download
+    std::int64_t announcedQuarters_ = 0;
     bool hasEnded_ = false;
 };

@@ -6,6 +6,7 @@
 #include "platform/ApplicationService.h"
 #include "platform/BackgroundQueue.h"
 #include "platform/DesktopSettings.h"
+#include "platform/EndLimit.h"
 #include "platform/IdleInhibitor.h"
 #include "platform/PathBytes.h"
 #include "platform/PlatformData.h"
@@ -26,7 +27,7 @@
 
 namespace {
 
-/// How long a scan that was cancelled may take to notice.
+/// How long a scan that was cancelled may take to notice, and how long all that comes behind it.
 constexpr std::chrono::seconds patience{2};
 
 enum ExitCode : int { Ended = 0, NoSupportFolder = 1, WrongUsage = 2 };
@@ -80,7 +81,7 @@ void wearStyle()
                      [&desktop] { VantorelStyle::setHighContrast(desktop.prefersHighContrast()); });
 }
 
-int runWindow(const WindowOptions &options, const PlatformData &platformData)
+int runWindow(const WindowOptions &options, const PlatformData &platformData, EndLimit &limit)
 {
     ApplicationService service;
     const std::vector<QByteArray> paths = absolutePaths(options.paths);
@@ -107,6 +108,7 @@ int runWindow(const WindowOptions &options, const PlatformData &platformData)
     // A walk over a disk that does not answer ends with the process.
     if (!BackgroundQueue::finish(patience))
         ProcessEnd::now(exitCode);
+    limit.start(patience, exitCode);
     return exitCode;
 }
 
@@ -121,9 +123,11 @@ int main(int argc, char *argv[])
     const PlatformData platformData = PlatformData::fromEnvironment();
     // A file may have any name, so Qt gets to see none of the arguments.
     argc = 1;
+    // Qt waits for a look-up of a server's name that nobody needs any more.
+    EndLimit limit;
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Vantorel"));
     QApplication::setApplicationVersion(QStringLiteral(VANTOREL_VERSION));
     QApplication::setDesktopFileName(QString(applicationId));
-    return runWindow(options, platformData);
+    return runWindow(options, platformData, limit);
 }

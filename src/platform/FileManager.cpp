@@ -24,23 +24,23 @@ QDBusMessage showItemsCall(const std::vector<FileUrl> &urls)
     return call;
 }
 
-bool openFolderOf(const FileUrl &url, const QString &opener)
+void openFolderOf(const FileUrl &url, const QString &opener, const FileManager::Failed &failed,
+                  const QDBusError &cause)
 {
     const FileUrl folder(PathBytes::withoutLastComponent(url.path()));
-    return QProcess::startDetached(opener, {QString::fromLatin1(folder.toUri())});
+    if (!QProcess::startDetached(opener, {QString::fromLatin1(folder.toUri())}) && failed)
+        failed(cause.message());
 }
 
 } // namespace
 
-void FileManager::showItems(const std::vector<FileUrl> &urls,
-                            std::function<void(const QString &)> failed, const Service &service)
+void FileManager::showItems(const std::vector<FileUrl> &urls, Failed failed, const Service &service)
 {
     if (urls.empty())
         return;
     const QDBusConnection bus = DesktopConnection::named(service.connection);
     if (!bus.isConnected()) {
-        if (!openFolderOf(urls.front(), service.opener))
-            failed(bus.lastError().message());
+        openFolderOf(urls.front(), service.opener, failed, bus.lastError());
         return;
     }
     auto *watcher =
@@ -49,7 +49,7 @@ void FileManager::showItems(const std::vector<FileUrl> &urls,
         watcher, &QDBusPendingCallWatcher::finished, watcher,
         [watcher, url = urls.front(), opener = service.opener, failed = std::move(failed)] {
             watcher->deleteLater();
-            if (watcher->isError() && !openFolderOf(url, opener))
-                failed(watcher->error().message());
+            if (watcher->isError())
+                openFolderOf(url, opener, failed, watcher->error());
         });
 }

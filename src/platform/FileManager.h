@@ -11,8 +11,8 @@
 ///
 /// Thread:  main
 /// Blocks:  never
-/// Failure: where no file manager answers, the folder is opened by xdg-open(1); `failed` hears why
-///          when that fails, too
+/// Failure: where no file manager answers, the folder is opened by xdg-open(1); `failed`, if there
+///          is one, hears why when that fails, too
 namespace FileManager {
 
 /// Who is asked, how long it may take, and what opens a folder instead.
@@ -23,8 +23,9 @@ struct Service
     QString opener = QStringLiteral("xdg-open");
 };
 
+using Failed = std::function<void(const QString &cause)>;
+
 /// Shows the files in their folder, selected.
-void showItems(const std::vector<FileUrl> &urls, std::function<void(const QString &)> failed,
-               const Service &service = {});
+void showItems(const std::vector<FileUrl> &urls, Failed failed, const Service &service = {});
 
 } // namespace FileManager

@@ -6,7 +6,6 @@
 #include <cstdio>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -121,8 +120,8 @@ std::optional<QByteArray> UnfinishedFile::content(std::int64_t size) const
 
 int UnfinishedFile::keep(const QByteArray &stem, const QByteArray &extension, QByteArray &name)
 {
-    if (::fchmod(file_.fd(), 0666 & ~fileModeMask()) != 0)
-        return errno;
+    // Some file systems have no permissions of their own; the file is as good there.
+    SystemCalls::current().setPermissions(file_.fd(), 0666 & ~fileModeMask());
     return firstFree(stem, extension, [&](const QByteArray &next) {
         name = next;
         return giveName(next);

@@ -49,7 +49,8 @@ class UnfinishedFile
     [[nodiscard]] std::optional<QByteArray> content(std::int64_t size) const;
 
     /// Gives it its name, "<stem><extension>" or, where that is taken, "<stem> (2)<extension>" and
-    /// so on, and the permissions of an ordinary new file. 0 or the error number.
+    /// so on, and the permissions of an ordinary new file, where they can be set. 0 or the error
+    /// number.
     int keep(const QByteArray &stem, const QByteArray &extension, QByteArray &name);
     /// Nothing of it stands in the folder any more, unless it is kept already; who reads it still
     /// may go on.

@@ -4,17 +4,22 @@
 #include "app/update/LoopbackServer.h"
 #include "app/update/SigningKey.h"
 #include "app/update/Updater.h"
+#include "kit/Scratch.h"
 #include "platform/ApplicationService.h"
+#include "platform/BackgroundQueue.h"
+#include "platform/MainThread.h"
 #include "platform/NotificationHub.h"
 #include "ui/DialogBox.h"
 #include "ui/MainMenu.h"
 #include "ui/MainWindow.h"
 #include "ui/PreferencesView.h"
+#include "ui/RunningDialog.h"
 #include "ui/SwitchButton.h"
 #include "ui/ThemedPreferences.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QMenu>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QTest>
@@ -27,14 +32,14 @@ const QString checkKey = QStringLiteral("checkForUpdates");
 const QString betaKey = QStringLiteral("checkForBetaReleases");
 
 /// A feed of one release, with this in addition.
-QByteArray feed(const QByteArray &more = {})
+QByteArray feed(const QByteArray &more = {}, const QByteArray &url = "https://vantorel.org/file",
+                const QByteArray &signature = QByteArray(64, 's'))
 {
     return "<rss xmlns:sparkle='urn:one' xmlns:vantorel='urn:two'><channel><item>"
            "<vantorel:version>9.8</vantorel:version>" +
-           more +
-           "<enclosure url='https://vantorel.org/file' length='1000' type='application/zip' "
-           "vantorel:signature='" +
-           QByteArray(64, 's').toBase64() + "'/></item></channel></rss>";
+           more + "<enclosure url='" + url +
+           "' length='1000' type='application/zip' vantorel:signature='" + signature.toBase64() +
+           "'/></item></channel></rss>";
 }
 
 template <class Widget> Widget *theOnly()
@@ -55,6 +60,7 @@ class MainInterfaceTest : public QObject
     Q_OBJECT
 
   private Q_SLOTS:
+    void initTestCase();
     void init();
     void cleanup();
 
@@ -63,6 +69,8 @@ class MainInterfaceTest : public QObject
     void switchedOffItIsAskedOnlyFromTheSwitchOn();
     void whoAsksIsAnsweredEvenWhenItIsSwitchedOff();
     void theWorkflowDecidesOnTestReleases();
+    void anOfferClosesNoMenu();
+    void whereNothingShowsADownloadItsPlaceIsSaid();
 
   private:
     void start();
@@ -70,15 +78,25 @@ class MainInterfaceTest : public QObject
     bool isReached();
 
     std::optional<ThemedPreferences> preferences_;
+    std::optional<Scratch> scratch_;
+    SigningKey key_;
     std::optional<LoopbackServer> server_;
     std::optional<ApplicationService> service_;
     std::shared_ptr<AppDelegate> delegate_;
     std::optional<MainInterface> interface_;
 };
 
+/// Neither a file manager on the bus nor a program that opens folders.
+void MainInterfaceTest::initTestCase()
+{
+    QVERIFY(qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent"));
+    QVERIFY(qputenv("PATH", "/nonexistent"));
+}
+
 void MainInterfaceTest::init()
 {
     preferences_.emplace();
+    scratch_.emplace();
     UserDefaults::standard().registerDefaults({{checkKey, true}});
     server_.emplace();
     server_->answer("/feed", feed());
@@ -86,7 +104,8 @@ void MainInterfaceTest::init()
     delegate_ = AppDelegate::create({});
     Updater::Settings updates = Updater::Settings::ofThisBuild();
     updates.feed = server_->url(QStringLiteral("/feed"));
-    updates.key = SigningKey().publicKey();
+    updates.key = key_.publicKey();
+    updates.downloadFolder = scratch_->folder("Downloads");
     interface_.emplace(*delegate_, *service_, true, updates);
 }
 
@@ -96,6 +115,7 @@ void MainInterfaceTest::cleanup()
     delegate_.reset();
     service_.reset();
     server_.reset();
+    scratch_.reset();
     preferences_.reset();
 }
 
@@ -135,7 +155,8 @@ void MainInterfaceTest::theFeedIsAskedWhenTheInterfaceHasStarted()
     QCOMPARE(server_->count("/feed"), 0);
     start();
     QTRY_COMPARE(answers.asked().size(), std::size_t(1));
-    QCOMPARE(answers.asked().front().title, QStringLiteral("A new version of Vantorel is there"));
+    QCOMPARE(answers.asked().front().title,
+             QStringLiteral("A new version of Vantorel is available"));
     QCOMPARE(answers.asked().front().info, QStringLiteral("Version 9.8"));
     QCOMPARE(server_->count("/feed"), 1);
 }
@@ -164,6 +185,26 @@ void MainInterfaceTest::whoAsksIsAnsweredEvenWhenItIsSwitchedOff()
     QCOMPARE(server_->count("/feed"), 1);
 }
 
+void MainInterfaceTest::anOfferClosesNoMenu()
+{
+    const DialogBox::Answers answers({DialogGeometry::SecondButton});
+    start();
+    chooseCheckForUpdates();
+    QMenu menu;
+    menu.addAction(QStringLiteral("An entry"));
+    menu.popup(QPoint());
+    QVERIFY(isReached());
+    BackgroundQueue::finish(std::chrono::seconds(10)); // the feed has been read
+    bool isDelivered = false;
+    MainThread::post([&isDelivered] { isDelivered = true; });
+    QTRY_VERIFY(isDelivered);
+    QCOMPARE(server_->count("/feed"), 1);
+    QVERIFY(menu.isVisible());
+    QVERIFY(answers.asked().empty());
+    menu.close();
+    QTRY_COMPARE(answers.asked().size(), std::size_t(1));
+}
+
 void MainInterfaceTest::theWorkflowDecidesOnTestReleases()
 {
     const DialogBox::Answers answers({DialogGeometry::FirstButton, DialogGeometry::SecondButton});
@@ -176,7 +217,31 @@ void MainInterfaceTest::theWorkflowDecidesOnTestReleases()
     UserDefaults::standard().setValue(betaKey, true);
     chooseCheckForUpdates();
     QTRY_COMPARE(answers.asked().size(), std::size_t(2));
-    QCOMPARE(answers.asked().at(1).title, QStringLiteral("A new version of Vantorel is there"));
+    QCOMPARE(answers.asked().at(1).title, QStringLiteral("A new version of Vantorel is available"));
+}
+
+void MainInterfaceTest::whereNothingShowsADownloadItsPlaceIsSaid()
+{
+    const QByteArray file(1000, 'x');
+    server_->answer("/file", file);
+    server_->answer(
+        "/feed", feed({}, server_->url(QStringLiteral("/file")).toEncoded(), key_.signature(file)));
+    QString said;
+    QTimer user;
+    connect(&user, &QTimer::timeout, &user, [&said] {
+        DialogBox *dialog = RunningDialog::current();
+        // A download is left to itself.
+        if (!dialog || dialog->title().startsWith(QStringLiteral("Downloading")))
+            return;
+        said = dialog->info();
+        dialog->buttonPressed(dialog->buttonsArray().first());
+    });
+    user.start(5);
+    UserDefaults::standard().setValue(checkKey, false);
+    start();
+    chooseCheckForUpdates();
+    const QString path = QFile::decodeName(scratch_->path("Downloads/Vantorel-9.8.zip"));
+    QTRY_VERIFY2(said.contains(path), qPrintable(said));
 }
 
 QTEST_MAIN(MainInterfaceTest)

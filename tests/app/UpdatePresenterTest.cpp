@@ -1,5 +1,6 @@
 #include "app/UpdatePresenter.h"
 
+#include "app/Announcer.h"
 #include "app/Termination.h"
 #include "app/update/HeldReading.h"
 #include "app/update/UpdateTexts.h"
@@ -52,13 +53,22 @@ class UpdatePresenterTest : public QObject
 
     void anOfferSaysVersionDateAndNotes();
     void longNotesAreCut();
+    void noCharacterIsCutInHalf();
+    void noLinesOfNotesMakeADialogTallerThanTheOthers();
     void progressIsInBytes();
     void anOfferIsAnsweredInItsDialog_data();
     void anOfferIsAnsweredInItsDialog();
     void aDownloadShowsHowFarItIsAndIsRevealed();
+    void aDownloadIsHeardByQuarters();
     void aDownloadThatIsCancelledLeavesNothing();
     void whoAskedInVainGetsOneSentence();
-    void anOfferNobodyAskedForWaitsUntilItSuits();
+    void anOfferWaitsUntilItSuits_data();
+    void anOfferWaitsUntilItSuits();
+    void aSentenceWaitsUntilItSuits();
+    void whoAskedIsAnsweredSoonAfterwards();
+    void whatWaitedIsCheckedAgain_data();
+    void whatWaitedIsCheckedAgain();
+    void whoAsksWhileAnOfferWaitsGetsWhatThereIsNow();
     void switchedOffAnOfferThatWaitsIsDropped();
     void anOfferHearsNoShortcutOfTheWindow();
     void theApplicationEndsThoughAnOfferIsOpen_data() { ends(); }
@@ -87,7 +97,11 @@ class UpdatePresenterTest : public QObject
         QTest::newRow("the user quits") << &Termination::quit;
         QTest::newRow("the system wants it") << &Termination::stop;
     }
-    /// Asks for the release and takes it. `act` runs once some of it stands in the folder.
+    /// A check, or the first automatic one.
+    void check(bool isAskedFor);
+    /// Asks for the release and takes it. `act` runs when the download is shown.
+    void takeOffer(const std::function<void(DialogBox &)> &act);
+    /// The same, once some of it stands in the folder.
     void download(const std::function<void()> &act);
 
     std::optional<ThemedPreferences> preferences_;
@@ -133,6 +147,34 @@ void UpdatePresenterTest::longNotesAreCut()
     QVERIFY(UpdatePresenter::offerText(offer).endsWith(QChar(0x2026)));
 }
 
+void UpdatePresenterTest::noCharacterIsCutInHalf()
+{
+    UpdateOffer offer;
+    offer.version = QStringLiteral("1.2");
+    offer.notes = QStringLiteral("a") + QStringLiteral("\U0001F512").repeated(400);
+    const QString text = UpdatePresenter::offerText(offer);
+    QCOMPARE(text, QString::fromUtf8(text.toUtf8()));
+    QVERIFY(text.endsWith(QStringLiteral("\U0001F512\u2026")));
+    QCOMPARE(text.count(QStringLiteral("\U0001F512")), 299);
+}
+
+/// Some characters are line ends where a text is shown that are none where it is read.
+void UpdatePresenterTest::noLinesOfNotesMakeADialogTallerThanTheOthers()
+{
+    const auto height = [](const QString &lineEnd) {
+        UpdateOffer offer;
+        offer.version = QStringLiteral("1.2");
+        offer.notes = UpdateTexts::plainNotes((QStringLiteral("a") + lineEnd).repeated(300));
+        DialogBox dialog(QStringLiteral("Title"), UpdatePresenter::offerText(offer));
+        dialog.windowDidLoad();
+        return dialog.height();
+    };
+    const int usual = height(QStringLiteral("\n"));
+    for (char32_t lineEnd : {U'\v', U'\f', U'\r', U'\u0085', U'\u2028', U'\u2029'})
+        QVERIFY2(height(QString::fromUcs4(&lineEnd, 1)) <= usual,
+                 qPrintable(QString::number(lineEnd, 16)));
+}
+
 void UpdatePresenterTest::progressIsInBytes()
 {
     QCOMPARE(UpdatePresenter::progressText(1'200'000, 40'000'000),
@@ -170,16 +212,58 @@ void UpdatePresenterTest::anOfferIsAnsweredInItsDialog()
 void UpdatePresenterTest::aDownloadShowsHowFarItIsAndIsRevealed()
 {
     scene_->serve();
-    QString title;
-    RunningDialog::whenShown([&title](DialogBox &offer) {
-        RunningDialog::whenShown([&title](DialogBox &download) { title = download.title(); });
-        offer.buttonPressed(offer.buttonsArray().first());
+    QPointer<QTcpSocket> connection;
+    scene_->server.answer("/file", [&](QTcpSocket *socket) {
+        connection = socket;
+        half(scene_->file)(socket);
     });
-    presenter().updater().checkForUpdates();
+    QStringList seen;
+    takeOffer([&](DialogBox &dialog) {
+        const QString halfWay = UpdatePresenter::progressText(scene_->file.size() / 2, //
+                                                              scene_->file.size());
+        QTRY_COMPARE(dialog.infoTextfield()->text(), halfWay);
+        seen = {dialog.title(), dialog.accessibleDescription()};
+        connection->write(scene_->file.sliced(scene_->file.size() / 2));
+    });
     QTRY_COMPARE(scene_->revealed.size(), std::size_t(1));
+    QCOMPARE(seen, QStringList({QStringLiteral("Downloading Vantorel 1.1"),
+                                QStringLiteral("225.00 KB of 450.00 KB")}));
     QCOMPARE(scene_->files().size(), 1);
     QTRY_VERIFY(!RunningDialog::current());
-    QVERIFY(title.isEmpty() || title == QStringLiteral("Downloading Vantorel 1.1"));
+}
+
+/// The server says when more comes, so that each piece is told on its own.
+void UpdatePresenterTest::aDownloadIsHeardByQuarters()
+{
+    scene_->serve();
+    QPointer<QTcpSocket> connection;
+    scene_->server.answer("/file", [&](QTcpSocket *socket) {
+        connection = socket;
+        socket->write(LoopbackServer::head(scene_->file.size()));
+    });
+    const auto piece = [&](DialogBox &dialog, double from, double to) {
+        const auto size = double(scene_->file.size());
+        connection->write(
+            scene_->file.sliced(qsizetype(size * from), qsizetype(size * (to - from))));
+        QTRY_COMPARE(dialog.infoTextfield()->text(),
+                     UpdatePresenter::progressText(std::int64_t(size * to), std::int64_t(size)));
+    };
+    QStringList heard;
+    takeOffer([&](DialogBox &dialog) {
+        QTRY_VERIFY(connection);
+        connect(dialog.findChild<Announcer *>(), &Announcer::announced, this,
+                [&heard](const QString &text) { heard.append(text); });
+        piece(dialog, 0, 0.125);
+        piece(dialog, 0.125, 0.25);
+        piece(dialog, 0.25, 0.375);
+        piece(dialog, 0.375, 0.75);
+        HeldReading reading;
+        piece(dialog, 0.75, 1);
+    });
+    QTRY_COMPARE(scene_->revealed.size(), std::size_t(1));
+    QCOMPARE(heard, QStringList({UpdatePresenter::progressText(112'500, 450'000),
+                                 UpdatePresenter::progressText(337'500, 450'000),
+                                 QStringLiteral("Checking the signature\u2026")}));
 }
 
 void UpdatePresenterTest::aDownloadThatIsCancelledLeavesNothing()
@@ -205,19 +289,117 @@ void UpdatePresenterTest::whoAskedInVainGetsOneSentence()
              UpdateTexts::sentence(UpdateOutcome::NoNewerVersion, QStringLiteral("1.0")));
 }
 
-void UpdatePresenterTest::anOfferNobodyAskedForWaitsUntilItSuits()
+void UpdatePresenterTest::check(bool isAskedFor)
+{
+    if (isAskedFor)
+        presenter().updater().checkForUpdates();
+    else
+        presenter().updater().setAutomaticallyChecksForUpdates(true);
+}
+
+void UpdatePresenterTest::anOfferWaitsUntilItSuits_data()
+{
+    QTest::addColumn<bool>("isAskedFor");
+    QTest::addColumn<int>("activeButton");
+    QTest::newRow("nobody asked for it") << false << 2;
+    QTest::newRow("asked for") << true << 1;
+}
+
+void UpdatePresenterTest::anOfferWaitsUntilItSuits()
+{
+    QFETCH(bool, isAskedFor);
+    scene_->serve();
+    isBusy_ = true;
+    const DialogBox::Answers answers({DialogGeometry::SecondButton});
+    check(isAskedFor);
+    QTRY_VERIFY(presenter().isWaiting());
+    presenter().goOnWhenItSuits();
+    QVERIFY(presenter().isWaiting());
+    QVERIFY(answers.asked().empty());
+    isBusy_ = false;
+    presenter().goOnWhenItSuits();
+    QTRY_COMPARE(answers.asked().size(), std::size_t(1));
+    QCOMPARE(answers.asked()[0].buttons.size(), 3);
+    QTEST(int(answers.asked()[0].activeButton), "activeButton");
+    QVERIFY(!presenter().isWaiting());
+}
+
+void UpdatePresenterTest::aSentenceWaitsUntilItSuits()
+{
+    scene_->serve("1.0");
+    isBusy_ = true;
+    const DialogBox::Answers answers({DialogGeometry::FirstButton});
+    check(true);
+    QTRY_VERIFY(presenter().isWaiting());
+    presenter().goOnWhenItSuits();
+    QVERIFY(answers.asked().empty());
+    isBusy_ = false;
+    presenter().goOnWhenItSuits();
+    QCOMPARE(answers.asked().size(), std::size_t(1));
+    QCOMPARE(answers.asked()[0].info,
+             UpdateTexts::sentence(UpdateOutcome::NoNewerVersion, QStringLiteral("1.0")));
+    QVERIFY(!presenter().isWaiting());
+    QCOMPARE(scene_->server.count("/feed"), 1);
+}
+
+void UpdatePresenterTest::whoAskedIsAnsweredSoonAfterwards()
 {
     scene_->serve();
     isBusy_ = true;
     const DialogBox::Answers answers({DialogGeometry::SecondButton});
-    presenter().updater().setAutomaticallyChecksForUpdates(true);
-    QTRY_VERIFY(presenter().hasWaitingOffer());
-    QVERIFY(answers.asked().empty());
+    check(true);
+    QTRY_VERIFY(presenter().isWaiting());
     isBusy_ = false;
-    presenter().offerWhenItSuits();
-    QCOMPARE(answers.asked().size(), std::size_t(1));
-    QCOMPARE(answers.asked()[0].activeButton, 2);
-    QVERIFY(!presenter().hasWaitingOffer());
+    QTRY_COMPARE(answers.asked().size(), std::size_t(1));
+}
+
+void UpdatePresenterTest::whatWaitedIsCheckedAgain_data()
+{
+    QTest::addColumn<bool>("isAskedFor");
+    QTest::addColumn<int>("sentences");
+    QTest::newRow("nobody asked for it") << false << 0;
+    QTest::newRow("asked for") << true << 1;
+}
+
+/// It may have become one that is not wanted: here a test release.
+void UpdatePresenterTest::whatWaitedIsCheckedAgain()
+{
+    QFETCH(bool, isAskedFor);
+    QFETCH(int, sentences);
+    const QString beta = QStringLiteral("checkForBetaReleases");
+    UserDefaults::standard().setValue(beta, true);
+    scene_->serve();
+    scene_->server.answer("/feed", UpdaterScene::feed(scene_->item(
+                                       "1.1", "<sparkle:relType>beta</sparkle:relType>")));
+    isBusy_ = true;
+    const DialogBox::Answers answers({DialogGeometry::FirstButton});
+    check(isAskedFor);
+    QTRY_VERIFY(presenter().isWaiting());
+    UserDefaults::standard().setValue(beta, false);
+    isBusy_ = false;
+    presenter().goOnWhenItSuits();
+    QTRY_VERIFY(scene_->server.count("/feed") == 2 && !presenter().updater().isBusy());
+    QCOMPARE(int(answers.asked().size()), sentences);
+    for (const DialogBox::Answers::Asked &asked : answers.asked())
+        QCOMPARE(asked.info,
+                 UpdateTexts::sentence(UpdateOutcome::NoNewerVersion, QStringLiteral("1.0")));
+    QCOMPARE(scene_->server.count("/file"), 0);
+    QVERIFY(!presenter().isWaiting());
+}
+
+void UpdatePresenterTest::whoAsksWhileAnOfferWaitsGetsWhatThereIsNow()
+{
+    scene_->serve();
+    isBusy_ = true;
+    const DialogBox::Answers answers({DialogGeometry::SecondButton});
+    check(false);
+    QTRY_VERIFY(presenter().isWaiting());
+    isBusy_ = false;
+    scene_->serve("1.2");
+    check(true);
+    QTRY_COMPARE(answers.asked().size(), std::size_t(1));
+    QVERIFY(answers.asked()[0].info.startsWith(QStringLiteral("Version 1.2 ")));
+    QVERIFY(!presenter().isWaiting());
 }
 
 void UpdatePresenterTest::switchedOffAnOfferThatWaitsIsDropped()
@@ -226,11 +408,11 @@ void UpdatePresenterTest::switchedOffAnOfferThatWaitsIsDropped()
     isBusy_ = true;
     const DialogBox::Answers answers({});
     presenter().updater().setAutomaticallyChecksForUpdates(true);
-    QTRY_VERIFY(presenter().hasWaitingOffer());
+    QTRY_VERIFY(presenter().isWaiting());
     presenter().updater().setAutomaticallyChecksForUpdates(false);
     isBusy_ = false;
-    presenter().offerWhenItSuits();
-    QVERIFY(!presenter().hasWaitingOffer());
+    presenter().goOnWhenItSuits();
+    QVERIFY(!presenter().isWaiting());
     QVERIFY(answers.asked().empty());
     QVERIFY(!presenter().updater().isBusy());
 }
@@ -275,17 +457,26 @@ void UpdatePresenterTest::theApplicationEndsThoughAnOfferIsOpen()
     QCOMPARE(scene_->files(), QStringList());
 }
 
-void UpdatePresenterTest::download(const std::function<void()> &act)
+void UpdatePresenterTest::takeOffer(const std::function<void(DialogBox &)> &act)
 {
-    scene_->settings.unfinished = UnfinishedFile::Kind::Named;
-    RunningDialog::whenShown([this, act](DialogBox &offer) {
-        RunningDialog::whenShown([this, act](DialogBox &) {
-            QTRY_COMPARE(scene_->files().size(), 1);
-            act();
+    RunningDialog::whenShown([act](DialogBox &offer) {
+        RunningDialog::whenShown([act](DialogBox &download) {
+            act(download);
+            if (QTest::currentTestFailed())
+                download.closeWindow();
         });
         offer.buttonPressed(offer.buttonsArray().first());
     });
     presenter().updater().checkForUpdates();
+}
+
+void UpdatePresenterTest::download(const std::function<void()> &act)
+{
+    scene_->settings.unfinished = UnfinishedFile::Kind::Named;
+    takeOffer([this, act](DialogBox &) {
+        QTRY_COMPARE(scene_->files().size(), 1);
+        act();
+    });
 }
 
 void UpdatePresenterTest::theApplicationEndsThoughADownloadRuns()

@@ -57,6 +57,8 @@ class FileManagerTest : public QObject
     void aFileManagerThatHangsGivesWayToTheFolderAfterTheTimeLimit();
     void aFileManagerIsStartedOnDemand();
     void whereNothingOpensTheFolderTheCauseIsTold();
+    void theCauseIsToldToNobodyWhereNobodyListens_data();
+    void theCauseIsToldToNobodyWhereNobodyListens();
 
   private:
     void show(const std::vector<QByteArray> &paths, int milliseconds = 20000);
@@ -178,6 +180,25 @@ void FileManagerTest::whereNothingOpensTheFolderTheCauseIsTold()
     opener_ = QStringLiteral("/nowhere/opener");
     show({"/folder/a"});
     QTRY_COMPARE(problems_, QStringList(QStringLiteral("no window")));
+}
+
+void FileManagerTest::theCauseIsToldToNobodyWhereNobodyListens_data()
+{
+    QTest::addColumn<bool>("hasBus");
+    QTest::newRow("there is a bus") << true;
+    QTest::newRow("there is none") << false;
+}
+
+void FileManagerTest::theCauseIsToldToNobodyWhereNobodyListens()
+{
+    QFETCH(bool, hasBus);
+    const QString connection = hasBus ? connection_ : QStringLiteral("no bus");
+    const QString opener = QStringLiteral("/nowhere/opener");
+    FileManager::showItems({FileUrl("/folder/a")}, {}, {connection, 20000, opener});
+    FileManager::showItems({FileUrl("/folder/a")},
+                           [this](const QString &problem) { problems_.append(problem); },
+                           {connection, 20000, opener});
+    QTRY_COMPARE(problems_.size(), 1);
 }
 
 QTEST_GUILESS_MAIN(FileManagerTest)

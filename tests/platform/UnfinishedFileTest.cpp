@@ -34,6 +34,19 @@ class StutteringWrites : public ForwardingSystemCalls
     bool wasInterrupted_ = false;
 };
 
+/// A file system without permissions of its own.
+class NoPermissions : public ForwardingSystemCalls
+{
+  public:
+    int setPermissions(int, std::uint32_t) override
+    {
+        ++tries;
+        return -EPERM;
+    }
+
+    int tries = 0;
+};
+
 /// Puts another file in a part's place, right behind the look whether it is still the same.
 class SwappingAfterTheLook : public ForwardingSystemCalls
 {
@@ -92,6 +105,8 @@ class UnfinishedFileTest : public QObject
     void whatIsKeptHasItsNameAndPermissions();
     void theUsersMaskCounts_data() { kinds(); }
     void theUsersMaskCounts();
+    void withoutPermissionsItIsKeptAllTheSame_data() { kinds(); }
+    void withoutPermissionsItIsKeptAllTheSame();
     void whatIsNotKeptIsGone_data() { kinds(); }
     void whatIsNotKeptIsGone();
     void noNameIsTakenFromAnother_data() { kinds(); }
@@ -164,6 +179,19 @@ void UnfinishedFileTest::theUsersMaskCounts()
     QByteArray name;
     QCOMPARE(made(scratch, kind)->keep("a", "", name), 0);
     QCOMPARE(Scratch::permissions(scratch.path("a")), mode_t(0600));
+}
+
+void UnfinishedFileTest::withoutPermissionsItIsKeptAllTheSame()
+{
+    QFETCH(Kind, kind);
+    const Scratch scratch;
+    NoPermissions calls;
+    const SystemCalls::Replacement replacement(calls);
+    QByteArray name;
+    QCOMPARE(made(scratch, kind)->keep("a", ".deb", name), 0);
+    QCOMPARE(calls.tries, 1);
+    QCOMPARE(namesIn(scratch.path()), QByteArrayList{"a.deb"});
+    QCOMPARE(Scratch::permissions(scratch.path("a.deb")), mode_t(0600));
 }
 
 void UnfinishedFileTest::whatIsNotKeptIsGone()

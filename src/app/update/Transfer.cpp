@@ -1,9 +1,13 @@
 #include "app/update/Transfer.h"
 
 #include "app/update/UpdateAddress.h"
+#include "platform/BackgroundQueue.h"
+#include "platform/MainThread.h"
 
 #include <QNetworkAccessManager>
+#include <QNetworkProxy>
 #include <QNetworkReply>
+#include <QPointer>
 
 #include <utility>
 
@@ -19,6 +23,8 @@ QNetworkRequest requestFor(const QUrl &url, const QByteArray &agent)
     QNetworkRequest request(url);
     request.setRawHeader("User-Agent", agent);
     request.setRawHeader("Accept-Encoding", "identity");
+    // Qt would tell the language and the country.
+    request.setRawHeader("Accept-Language", "*");
     // Qt loses its way when one redirection leads to the next, so they are followed here.
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::ManualRedirectPolicy);
@@ -32,6 +38,25 @@ QNetworkRequest requestFor(const QUrl &url, const QByteArray &agent)
     request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
     return request;
 }
+
+QList<QNetworkProxy> systemProxies(const QUrl &url)
+{
+    return QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(url));
+}
+
+/// Those that have been looked up. Without it, Qt would ask the system again, and wait.
+class KnownProxies : public QNetworkProxyFactory
+{
+  public:
+    explicit KnownProxies(QList<QNetworkProxy> proxies) : proxies_(std::move(proxies)) {}
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery & /*query*/) override
+    {
+        return proxies_;
+    }
+
+  private:
+    QList<QNetworkProxy> proxies_;
+};
 
 } // namespace
 
@@ -49,7 +74,7 @@ Transfer::Transfer(QNetworkAccessManager &network, Request request, Take take, E
     }
     if (request_.whole.count() > 0)
         whole_.start(request_.whole);
-    ask(request_.url);
+    lookUpProxies(request_.url);
 }
 
 Transfer::~Transfer()
@@ -57,8 +82,25 @@ Transfer::~Transfer()
     release();
 }
 
-void Transfer::ask(const QUrl &url)
+void Transfer::lookUpProxies(const QUrl &url)
 {
+    silence_.start(request_.silence);
+    if (UpdateAddress::isOnThisMachine(url)) {
+        ask(url, {QNetworkProxy(QNetworkProxy::NoProxy)});
+        return;
+    }
+    const Proxies proxies = request_.proxies ? request_.proxies : systemProxies;
+    BackgroundQueue::submit([self = QPointer(this), url, proxies] {
+        MainThread::post([self, url, found = proxies(url)] {
+            if (self && self->ended_)
+                self->ask(url, found);
+        });
+    });
+}
+
+void Transfer::ask(const QUrl &url, const QList<QNetworkProxy> &proxies)
+{
+    network_.setProxyFactory(new KnownProxies(proxies));
     reply_ = network_.get(requestFor(url, request_.agent));
     reply_->setReadBufferSize(bufferSize);
     connect(reply_, &QNetworkReply::metaDataChanged, this, &Transfer::look);
@@ -90,7 +132,7 @@ void Transfer::follow(const QUrl &url)
         end(End::Refused);
     } else {
         letGo();
-        ask(url);
+        lookUpProxies(url);
     }
 }
 

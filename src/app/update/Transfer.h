@@ -10,6 +10,7 @@
 #include <functional>
 
 class QNetworkAccessManager;
+class QNetworkProxy;
 class QNetworkReply;
 
 /// One file fetched from a server, piece by piece, within limits. Begins when it is made; given up
@@ -19,8 +20,11 @@ class QNetworkReply;
 /// asks for the bytes as they are: what a server compresses all the same arrives compressed, so
 /// that the limit counts what is received.
 ///
-/// Thread:       main
-/// Holds weakly: the network, which outlives it
+/// Which proxies lead to a server is looked up first, on another thread: for proxies that are found
+/// automatically the system loads and runs a script. This machine itself is reached without.
+///
+/// Thread:       main; looking up proxies: a pool thread
+/// Holds weakly: the network, which outlives it, and whose proxies are this one's for the time
 /// Blocks:       never
 /// Failure:      told as the end; the pieces that came before it are worth nothing
 class Transfer : public QObject
@@ -37,6 +41,8 @@ class Transfer : public QObject
         UnsafeAddress,
         Stopped ///< by the one who takes the pieces
     };
+    /// The proxies by one of which an address is reached, the best one first.
+    using Proxies = std::function<QList<QNetworkProxy>(const QUrl &)>;
     struct Request
     {
         QUrl url;
@@ -47,6 +53,7 @@ class Transfer : public QObject
         std::chrono::milliseconds silence{};
         /// How long all of it may take; 0: as long as it wants.
         std::chrono::milliseconds whole{};
+        Proxies proxies{}; ///< called on a pool thread; none: the system's
     };
     /// Answers false to stop.
     using Take = std::function<bool(const QByteArray &piece)>;
@@ -57,7 +64,8 @@ class Transfer : public QObject
     ~Transfer() override;
 
   private:
-    void ask(const QUrl &url);
+    void lookUpProxies(const QUrl &url);
+    void ask(const QUrl &url, const QList<QNetworkProxy> &proxies);
     void look();
     void follow(const QUrl &url);
     bool read();
@@ -71,7 +79,7 @@ class Transfer : public QObject
     Request request_;
     Take take_;
     Ended ended_;
-    QNetworkReply *reply_ = nullptr; ///< none once it has ended
+    QNetworkReply *reply_ = nullptr; ///< none while proxies are looked up, and once it has ended
     std::int64_t received_ = 0;
     int redirections_ = 0;
     QTimer silence_;

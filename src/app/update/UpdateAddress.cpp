@@ -6,11 +6,15 @@ namespace {
 
 bool isPlainOnThisMachine(const QUrl &url)
 {
-    return url.scheme() == QLatin1String("http") &&
-           (url.host() == QLatin1String("localhost") || QHostAddress(url.host()).isLoopback());
+    return url.scheme() == QLatin1String("http") && UpdateAddress::isOnThisMachine(url);
 }
 
 } // namespace
+
+bool UpdateAddress::isOnThisMachine(const QUrl &url)
+{
+    return url.host() == QLatin1String("localhost") || QHostAddress(url.host()).isLoopback();
+}
 
 bool UpdateAddress::isFeedAllowed(const QUrl &feed)
 {

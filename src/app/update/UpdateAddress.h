@@ -12,5 +12,7 @@ namespace UpdateAddress {
 bool isFeedAllowed(const QUrl &feed);
 /// Whether it may be fetched when it came from this feed, in its list or by a redirection.
 bool isAllowed(const QUrl &url, const QUrl &feed);
+/// Whether it is an address of the loopback interface, or stands for one.
+bool isOnThisMachine(const QUrl &url);
 
 } // namespace UpdateAddress

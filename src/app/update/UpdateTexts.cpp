@@ -1,12 +1,20 @@
 #include "app/update/UpdateTexts.h"
 
 #include <QCoreApplication>
+#include <QLocale>
+#include <QStringList>
 
 namespace {
 
 QString translated(const char *text)
 {
     return QCoreApplication::translate("Updater", text);
+}
+
+bool endsLine(QChar character)
+{
+    return character == QLatin1Char('\n') || character == QChar::LineSeparator ||
+           character == QChar::ParagraphSeparator;
 }
 
 bool turnsDirection(char16_t character)
@@ -73,9 +81,21 @@ QString UpdateTexts::plainNotes(const QString &notes)
         const bool isControl = character.category() == QChar::Other_Control;
         if (character == QLatin1Char('\t'))
             plain += QLatin1Char(' ');
-        else if (character == QLatin1Char('\n') ||
-                 (!isControl && !turnsDirection(character.unicode())))
+        else if (endsLine(character))
+            plain += QLatin1Char('\n');
+        else if (!isControl && !turnsDirection(character.unicode()))
             plain += character;
     }
     return plain;
+}
+
+QDate UpdateTexts::dayOf(const QString &date)
+{
+    const QStringList parts =
+        date.mid(date.indexOf(QLatin1Char(',')) + 1).simplified().split(QLatin1Char(' '));
+    if (parts.size() < 3)
+        return {};
+    const QString year = parts[2].size() == 2 ? QStringLiteral("20") + parts[2] : parts[2];
+    return QLocale::c().toDate(parts[0] + QLatin1Char(' ') + parts[1] + QLatin1Char(' ') + year,
+                               QStringLiteral("d MMM yyyy"));
 }

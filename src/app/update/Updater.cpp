@@ -27,6 +27,7 @@ void callIfThere(const Call &call, const Arguments &...arguments)
         call(arguments...);
 }
 
+/// One text for each version, however many zeros end it.
 QString versionText(const AppcastItem &item)
 {
     const auto version = UpdateChoice::version(item.property(AppcastItem::versionKey));
@@ -35,8 +36,8 @@ QString versionText(const AppcastItem &item)
 
 UpdateOffer offerOf(const AppcastItem &item, bool wasAskedFor)
 {
-    const QString date = item.property(AppcastItem::dateKey);
-    return {versionText(item), QDateTime::fromString(date, Qt::RFC2822Date).date(),
+    return {item.property(AppcastItem::versionKey),
+            UpdateTexts::dayOf(item.property(AppcastItem::dateKey)),
             UpdateTexts::plainNotes(item.property(AppcastItem::descriptionKey)),
             item.enclosure.length, wasAskedFor};
 }
@@ -108,8 +109,13 @@ void Updater::stop()
 void Updater::checkIfDue()
 {
     const std::int64_t now = settings_.currentTimestamp();
-    const bool isDue = !lastCheck_ || now - *lastCheck_ >= day || now < *lastCheck_;
-    if (!isDue || state_ != State::Idle)
+    if (!lastCheck_ || now - *lastCheck_ >= day || now < *lastCheck_)
+        checkForUpdatesInBackground();
+}
+
+void Updater::checkForUpdatesInBackground()
+{
+    if (!automaticallyChecksForUpdates() || state_ != State::Idle)
         return;
     wasAskedFor_ = false;
     fetchFeed();
@@ -122,10 +128,8 @@ void Updater::checkForUpdates()
         return;
     }
     wasAskedFor_ = true;
-    if (state_ == State::Idle)
+    if (state_ == State::Idle || state_ == State::Offering)
         fetchFeed();
-    else if (state_ == State::Offering)
-        later([this] { tellOffer(); });
     else if (state_ == State::Downloading)
         later([this] { say(UpdateOutcome::Downloading); });
 }
@@ -220,13 +224,8 @@ void Updater::offer(int round, const AppcastItem &item)
     }
     state_ = State::Offering;
     item_ = item;
-    tellOffer();
-}
-
-void Updater::tellOffer()
-{
     interface_.offer(offerOf(item_, wasAskedFor_),
-                     [self = QPointer(this), round = ++round_](UpdaterInterface::Answer answer) {
+                     [self = QPointer(this), round](UpdaterInterface::Answer answer) {
                          if (self)
                              self->answered(round, answer);
                      });

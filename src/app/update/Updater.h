@@ -81,8 +81,12 @@ class Updater : public QObject
     /// From the start of a check to the answer to its offer, and while a download runs.
     [[nodiscard]] bool isBusy() const { return state_ != State::Idle && state_ != State::Stopped; }
 
-    /// The user asks. Ends in an offer or a sentence; a skipped version is offered, too.
+    /// The user asks. Ends in an offer or a sentence; a skipped version is offered, too. An offer
+    /// that is not answered yet is given up: by now there may be another one, or none.
     void checkForUpdates();
+    /// An automatic check now, however long ago the last one was; none where automatic checking is
+    /// off, or while the updater is busy.
+    void checkForUpdatesInBackground();
     /// Nothing of it stays, and nothing is said.
     void cancelDownload();
 
@@ -98,7 +102,6 @@ class Updater : public QObject
     [[nodiscard]] std::optional<AppcastItem> chosen(const Appcast &appcast) const;
     [[nodiscard]] UpdateChoice::Facts facts() const;
     void offer(int round, const AppcastItem &item);
-    void tellOffer();
     void answered(int round, UpdaterInterface::Answer answer);
     void download();
     [[nodiscard]] UpdateDownload::Plan plan() const;
@@ -113,7 +116,7 @@ class Updater : public QObject
     std::weak_ptr<UpdaterDelegate> delegate_;
     State state_ = State::Idle;
     bool wasAskedFor_ = false;
-    int round_ = 0; ///< of checking and offering; what comes of an earlier one does not count
+    int round_ = 0; ///< of a check and its offer; what comes of an earlier one does not count
     std::optional<std::int64_t> lastCheck_;
     QTimer clock_;
     AppcastItem item_;                               ///< the one that is offered or downloaded

@@ -11,7 +11,7 @@
 /// A newer version as the user is told of it.
 struct UpdateOffer
 {
-    QString version;
+    QString version;        ///< as the feed writes it
     QDate date;             ///< null where the feed does not tell it
     QString notes;          ///< plain text, to be shown as such; may be empty
     std::int64_t bytes = 0; ///< of the download
@@ -28,9 +28,9 @@ struct UpdaterInterface
     enum class Answer { Download, Later, SkipThisVersion };
     using AnswerCall = std::function<void(Answer)>;
 
-    /// To be answered once, at any time: an offer that was not asked for may wait until it suits
-    /// the user. A later offer takes the place of one that is unanswered; the answer to that one
-    /// then counts for nothing.
+    /// To be answered once, at any time. Whoever asks for a check meanwhile gives the offer up, and
+    /// its answer then counts for nothing. What does not suit now should not be kept until it does,
+    /// but answered by Later and checked again then (Updater::checkForUpdatesInBackground).
     std::function<void(const UpdateOffer &, AnswerCall)> offer;
 
     /// A download runs; it ends by downloadEnded in every case but the application's end. The user

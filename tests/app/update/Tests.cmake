@@ -11,3 +11,7 @@ vantorel_test(app/update/UpdaterTest LINKS vantorel_update Qt6::Network OpenSSL:
 vantorel_test(app/update/UpdaterDiskFullTest ROOT LINKS vantorel_update Qt6::Network OpenSSL::Crypto)
 set_target_properties(app_update_TransferTest app_update_UpdaterTest app_update_UpdaterDiskFullTest
   PROPERTIES DISABLE_PRECOMPILE_HEADERS ON)
+
+add_test(NAME app.update.FeedOptions
+  COMMAND "${CMAKE_COMMAND}" -P "${CMAKE_CURRENT_SOURCE_DIR}/app/update/FeedOptions.cmake")
+set_tests_properties(app.update.FeedOptions PROPERTIES LABELS app)

@@ -3,13 +3,18 @@
 #include "app/update/LoopbackServer.h"
 #include "app/update/TestCertificate.h"
 
+#include "platform/BackgroundQueue.h"
+
 #include <QNetworkAccessManager>
+#include <QNetworkProxy>
 #include <QSslServer>
 #include <QTest>
 
 #include <algorithm>
+#include <atomic>
 #include <limits>
 #include <optional>
+#include <semaphore>
 
 using namespace std::chrono_literals;
 using End = Transfer::End;
@@ -21,9 +26,10 @@ namespace {
 /// Fetches one address, and keeps what comes.
 struct Fetch
 {
-    explicit Fetch(const QUrl &url, std::int64_t largest = 1'000'000)
+    explicit Fetch(const QUrl &url, std::int64_t largest = 1'000'000,
+                   const Transfer::Proxies &proxies = {}, std::chrono::milliseconds silence = 20s)
         : transfer(std::make_unique<Transfer>(
-              network, Transfer::Request{url, url, "Test/1", largest, 20s, 0s},
+              network, Transfer::Request{url, url, "Test/1", largest, silence, 0s, proxies},
               [this](const QByteArray &piece) {
                   body += piece;
                   return !stops;
@@ -41,6 +47,42 @@ struct Fetch
     End end{};
     QNetworkAccessManager network;
     std::unique_ptr<Transfer> transfer;
+};
+
+/// A look-up that waits until the test lets it go on, and then leads to the server.
+struct HeldLookUp
+{
+    explicit HeldLookUp(const LoopbackServer &server)
+        : proxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"),
+                quint16(server.url({}).port()))
+    {
+    }
+    /// The thread must not find the test gone.
+    ~HeldLookUp() { end(); }
+
+    Transfer::Proxies proxies()
+    {
+        return [this](const QUrl &url) {
+            asked = url;
+            thread = QThread::currentThread();
+            hasBegun = true;
+            mayEnd.acquire();
+            return QList<QNetworkProxy>{proxy};
+        };
+    }
+    /// What has been found has come by then.
+    void end()
+    {
+        mayEnd.release();
+        BackgroundQueue::finish(60s);
+        QCoreApplication::sendPostedEvents();
+    }
+
+    QNetworkProxy proxy;
+    QUrl asked;
+    QThread *thread = nullptr;
+    std::atomic<bool> hasBegun = false;
+    std::counting_semaphore<> mayEnd{0};
 };
 
 /// What it was is not to be read any more once it has gone: it is overwritten.
@@ -73,6 +115,9 @@ QTcpServer *secureServer(const TestCertificate &certificate)
     return server;
 }
 
+/// A name of nobody's: it is the proxy's to find it.
+const QUrl elsewhere(QStringLiteral("https://vantorel.invalid/x"));
+const QByteArray throughTheProxy = "CONNECT vantorel.invalid:443 HTTP/1.1\r\n";
 const QString https = QStringLiteral("https");
 const QString x = QStringLiteral("/x");
 
@@ -83,6 +128,7 @@ class TransferTest : public QObject
     Q_OBJECT
 
   private Q_SLOTS:
+    void theServerLearnsNothingButTheAgent();
     void aServerWithATrustedCertificateIsAsked();
     void aServerWithACertificateOfNobodysIsNot();
     void aSecureConnectionIsNeverLeft_data();
@@ -102,7 +148,32 @@ class TransferTest : public QObject
     void aRefusalIsNotListenedToForLong();
     void itMayGoInItsEnd_data();
     void itMayGoInItsEnd();
+
+    // Proxies
+    void proxiesAreLookedUpOnAnotherThread();
+    void theSystemsProxiesAreUsed();
+    void givenUpDuringTheLookUpItAsksNobody();
+    void aLookUpThatTakesTooLongIsGivenUp();
+    void thisMachineIsReachedWithoutALookUp();
 };
+
+/// All that is sent, so that what Qt adds in another version is seen.
+void TransferTest::theServerLearnsNothingButTheAgent()
+{
+    LoopbackServer server;
+    server.answer("/x", "body");
+    Fetch fetch(server.url(x));
+    QTRY_COMPARE(fetch.ends, 1);
+    QByteArrayList lines = server.requests().value(0).trimmed().split('\n');
+    for (QByteArray &line : lines)
+        line = line.trimmed();
+    std::sort(lines.begin(), lines.end());
+    const QByteArray host = server.url(x).authority().toLatin1();
+    QCOMPARE(lines,
+             QByteArrayList({"Accept-Encoding: identity", "Accept-Language: *",
+                             "Cache-Control: no-cache", "Connection: Keep-Alive", "GET /x HTTP/1.1",
+                             "Host: " + host, "Pragma: no-cache", "User-Agent: Test/1"}));
+}
 
 void TransferTest::aServerWithATrustedCertificateIsAsked()
 {
@@ -362,6 +433,79 @@ void TransferTest::itMayGoInItsEnd()
         });
     QTRY_VERIFY(ended);
     QTEST(*ended, "end");
+}
+
+void TransferTest::proxiesAreLookedUpOnAnotherThread()
+{
+    LoopbackServer server;
+    HeldLookUp lookUp(server);
+    Fetch fetch(elsewhere, 1000, lookUp.proxies());
+    QTRY_VERIFY(lookUp.hasBegun);
+    QCOMPARE(lookUp.asked, elsewhere);
+    QVERIFY(lookUp.thread != QThread::currentThread());
+    lookUp.end();
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(server.requests().size(), 1);
+    QVERIFY(server.requests().first().startsWith(throughTheProxy));
+}
+
+/// By the variables that every system knows, without those by which a desktop's settings count.
+void TransferTest::theSystemsProxiesAreUsed()
+{
+    LoopbackServer server;
+    for (const char *name : {"XDG_CURRENT_DESKTOP", "DESKTOP_SESSION", "KDE_FULL_SESSION",
+                             "GNOME_DESKTOP_SESSION_ID", "no_proxy", "NO_PROXY"})
+        qunsetenv(name);
+    QVERIFY(qputenv("https_proxy", server.url({}).toEncoded()));
+    Fetch fetch(elsewhere);
+    QTRY_COMPARE(fetch.ends, 1);
+    qunsetenv("https_proxy");
+    QCOMPARE(fetch.end, End::Unreachable);
+    QCOMPARE(server.requests().size(), 1);
+    QVERIFY(server.requests().first().startsWith(throughTheProxy));
+}
+
+void TransferTest::givenUpDuringTheLookUpItAsksNobody()
+{
+    LoopbackServer server;
+    HeldLookUp lookUp(server);
+    Fetch fetch(elsewhere, 1000, lookUp.proxies());
+    QTRY_VERIFY(lookUp.hasBegun);
+    fetch.transfer.reset();
+    lookUp.end();
+    Fetch next(server.url(x));
+    QTRY_COMPARE(next.ends, 1);
+    QCOMPARE(server.requests().size(), 1);
+    QCOMPARE(server.count("/x"), 1);
+    QCOMPARE(fetch.ends, 0);
+}
+
+void TransferTest::aLookUpThatTakesTooLongIsGivenUp()
+{
+    LoopbackServer server;
+    HeldLookUp lookUp(server);
+    Fetch fetch(elsewhere, 1000, lookUp.proxies(), 50ms);
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.end, End::TooSlow);
+    lookUp.end();
+    Fetch next(server.url(x));
+    QTRY_COMPARE(next.ends, 1);
+    QCOMPARE(server.requests().size(), 1);
+    QCOMPARE(server.count("/x"), 1);
+    QCOMPARE(fetch.ends, 1);
+}
+
+void TransferTest::thisMachineIsReachedWithoutALookUp()
+{
+    LoopbackServer server;
+    server.answer("/x", "body");
+    LoopbackServer proxy;
+    HeldLookUp lookUp(proxy);
+    Fetch fetch(server.url(x), 1000, lookUp.proxies());
+    QTRY_COMPARE(fetch.ends, 1);
+    QCOMPARE(fetch.body, QByteArray("body"));
+    QVERIFY(lookUp.asked.isEmpty());
+    QVERIFY(proxy.requests().isEmpty());
 }
 
 QTEST_MAIN(TransferTest)

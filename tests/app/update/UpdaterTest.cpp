@@ -115,7 +115,10 @@ class UpdaterTest : public QObject
     void laterOffersAgainTheNextDay();
     void aSkippedVersionIsOfferedOnlyToThoseWhoAsk();
     void aVersionAfterASkippedOneIsOffered();
-    void askingAgainOffersAgainAndTheFirstAnswerIsVoid();
+    void askingAgainChecksAgainAndTheFirstAnswerIsVoid();
+    void aCheckInTheBackgroundMayComeSoonerThanADay();
+    void aVersionIsShownAsTheFeedWritesIt();
+    void aDateInGreenwichTimeIsShown();
     void anAnswerCountsOnceAndMayComeAfterTheEnd();
     void anOfferMayRunAnEventLoop();
 
@@ -172,7 +175,7 @@ void UpdaterTest::aNewerVersionIsOffered()
     QVERIFY(scene.updater().isBusy());
     QTRY_COMPARE(scene.offers.size(), std::size_t(1));
     const UpdateOffer &offer = scene.offers.front();
-    QCOMPARE(offer.version, QStringLiteral("1.1"));
+    QCOMPARE(offer.version, QStringLiteral("1.1.0"));
     QCOMPARE(offer.date, QDate(2022, 11, 15));
     QCOMPARE(offer.notes, QStringLiteral("Faster"));
     QCOMPARE(offer.bytes, std::int64_t(scene.file.size()));
@@ -622,22 +625,63 @@ void UpdaterTest::aVersionAfterASkippedOneIsOffered()
     QTRY_COMPARE(scene.offers.size(), std::size_t(1));
 }
 
-void UpdaterTest::askingAgainOffersAgainAndTheFirstAnswerIsVoid()
+void UpdaterTest::askingAgainChecksAgainAndTheFirstAnswerIsVoid()
 {
     UpdaterScene scene;
     scene.serve();
     scene.updater().setAutomaticallyChecksForUpdates(true);
     QTRY_COMPARE(scene.offers.size(), std::size_t(1));
     const UpdaterInterface::AnswerCall first = scene.answer;
+    scene.serve("1.2");
     scene.updater().checkForUpdates();
+    first(Answer::SkipThisVersion);
+    QVERIFY(scene.updater().isBusy());
     QTRY_COMPARE(scene.offers.size(), std::size_t(2));
     QVERIFY(scene.offers.at(1).wasAskedFor);
-    QCOMPARE(scene.server.count("/feed"), 1);
+    QCOMPARE(scene.offers.at(1).version, QStringLiteral("1.2"));
+    QCOMPARE(scene.server.count("/feed"), 2);
     first(Answer::Download);
     QVERIFY(scene.updater().isBusy());
     scene.answer(Answer::Later);
     QVERIFY(!scene.updater().isBusy());
+    QCOMPARE(UpdateSettings::skippedVersion(), QString());
     QCOMPARE(scene.server.count("/file"), 0);
+}
+
+void UpdaterTest::aCheckInTheBackgroundMayComeSoonerThanADay()
+{
+    UpdaterScene scene;
+    scene.serve("1.0");
+    Updater &updater = scene.updater();
+    updater.checkForUpdatesInBackground(); // switched off
+    QVERIFY(!updater.isBusy());
+    updater.setAutomaticallyChecksForUpdates(true);
+    updater.checkForUpdatesInBackground(); // under way
+    QTRY_VERIFY(!updater.isBusy());
+    QCOMPARE(scene.server.count("/feed"), 1);
+    updater.checkForUpdatesInBackground();
+    QTRY_VERIFY(scene.server.count("/feed") == 2 && !updater.isBusy());
+    QCOMPARE(scene.said, QStringList());
+}
+
+void UpdaterTest::aVersionIsShownAsTheFeedWritesIt()
+{
+    UpdaterScene scene;
+    scene.serve("9.1.0");
+    scene.download();
+    QTRY_COMPARE(scene.revealed.size(), std::size_t(1));
+    QCOMPARE(scene.offers.front().version, QStringLiteral("9.1.0"));
+    QCOMPARE(scene.files(), QStringList(QStringLiteral("Vantorel-9.1.zip")));
+}
+
+/// As most feeds write it.
+void UpdaterTest::aDateInGreenwichTimeIsShown()
+{
+    UpdaterScene scene;
+    scene.server.answer("/feed", UpdaterScene::feed(scene.item("1.1")).replace("+0000</", "GMT</"));
+    scene.updater().checkForUpdates();
+    QTRY_COMPARE(scene.offers.size(), std::size_t(1));
+    QCOMPARE(scene.offers.front().date, QDate(2022, 11, 15));
 }
 
 void UpdaterTest::anAnswerCountsOnceAndMayComeAfterTheEnd()

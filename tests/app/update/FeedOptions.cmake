@@ -1,0 +1,65 @@
+# Which addresses and keys a build takes. Called with CHECK it checks one pair.
+cmake_minimum_required(VERSION 3.25)
+
+if(CHECK)
+  include("${CMAKE_CURRENT_LIST_DIR}/../../../src/app/update/FeedOptions.cmake")
+  return()
+endif()
+
+# Whether the pair is taken, and if not, whether the answer says so of the right one.
+function(expect expected url key)
+  execute_process(
+    COMMAND "${CMAKE_COMMAND}" "-DVANTOREL_FEED_URL=${url}" "-DVANTOREL_UPDATE_KEY=${key}" -DCHECK=ON
+      -P "${CMAKE_CURRENT_LIST_FILE}"
+    RESULT_VARIABLE result OUTPUT_QUIET ERROR_VARIABLE said)
+  string(REGEX REPLACE "[ \n]+" " " said "${said}")
+  if(expected STREQUAL "taken")
+    set(is_right FALSE)
+    if(result EQUAL 0)
+      set(is_right TRUE)
+    endif()
+  else()
+    string(FIND "${said}" "${expected}" at)
+    set(is_right FALSE)
+    if(NOT result EQUAL 0 AND NOT at EQUAL -1)
+      set(is_right TRUE)
+    endif()
+  endif()
+  if(NOT is_right)
+    message(SEND_ERROR "\"${url}\" with \"${key}\" should be: ${expected}. It is: ${result} ${said}")
+  endif()
+endfunction()
+
+set(key "11qYAYKxCrfVS/7TyWQHOg7hcvPapiMlrwIaaPcHURo=")
+set(wrong_url "VANTOREL_FEED_URL is not")
+set(wrong_key "VANTOREL_UPDATE_KEY is not")
+
+expect(taken "" "")
+expect(taken "https://example.org/feed.xml?a=b&c" "${key}")
+expect(taken "https://example.org" "${key}")
+expect(taken "https://example.org:8443/feed" "${key}")
+expect(taken "https://[2001:db8::1]/feed" "${key}")
+expect(taken "http://localhost:8000/feed" "${key}")
+expect(taken "http://127.0.0.1/feed" "${key}")
+expect(taken "http://[::1]:80/feed" "${key}")
+
+expect("belong together" "https://example.org/feed" "")
+expect("belong together" "" "${key}")
+expect("belong together" "" "0")
+
+expect("${wrong_url}" "http://example.org/feed" "${key}")
+expect("${wrong_url}" "http://localhost.example.org/feed" "${key}")
+expect("${wrong_url}" "http://127.0.0.1.example.org/feed" "${key}")
+expect("${wrong_url}" "https://name@example.org/feed" "${key}")
+expect("${wrong_url}" "https://:443/feed" "${key}")
+expect("${wrong_url}" "https:///feed" "${key}")
+expect("${wrong_url}" "https://example.org/a b" "${key}")
+expect("${wrong_url}" "https://example.org/\"" "${key}")
+expect("${wrong_url}" "ftp://example.org/feed" "${key}")
+expect("${wrong_url}" "OFF" "${key}")
+
+expect("${wrong_key}" "https://example.org/feed" "AA=")
+expect("${wrong_key}" "https://example.org/feed" "A${key}")
+expect("${wrong_key}" "https://example.org/feed" "A11qYAYKxCrfVS/7TyWQHOg7hcvPapiMlrwIaaPcHURo")
+expect("${wrong_key}" "https://example.org/feed" "-1qYAYKxCrfVS/7TyWQHOg7hcvPapiMlrwIaaPcHURo=")
+expect("${wrong_key}" "https://example.org/feed" "OFF")
