@@ -39,7 +39,7 @@ QString placeOf(const FileUrl &file)
 {
     return QCoreApplication::translate(
                "MainInterface",
-               "The new version is saved as %1, but there is no file manager to show it.")
+               "The new version is saved as %1. It could not be shown in a file manager.")
         .arg(PathBytes::printable(file.path()));
 }
 

@@ -214,6 +214,8 @@ void MainVC::newObjectsForQueue(ScanReport report)
     addFolderObjectsToQueueFromDict(std::move(report.folders));
     if (folderScannerController_->shouldCancel())
         noteCancelledScan();
+    if (isBusyWiping())
+        settleLog();
     presenters_->queueHasGrown();
     isScanningFiles_ = false;
     closeWindowScanningFiles();
@@ -289,12 +291,13 @@ void MainVC::startErasing()
     NotificationHub::shared().post(NotificationName::runDidStart, this);
 }
 
-/// The log is emptied with its first line, which must not be this one: what is to be erased is not
+/// An old log is emptied by the first line, which must not be this one: what is to be erased is not
 /// known before the run, and the scan that would have found the log may be the one that was
 /// stopped.
 void MainVC::noteCancelledScan()
 {
-    if (Logger::shared().isSetUp())
+    const QByteArray log = QFile::encodeName(UserDefaults::standard().text(logPathKey));
+    if (Logger::shared().isSetUp() || LogPlace::isFree(log, *run_))
         RunLog::scanCancelled();
     else
         ++cancelledScans_;

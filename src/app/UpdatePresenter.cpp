@@ -57,9 +57,11 @@ UpdatePresenter::~UpdatePresenter() = default;
 
 void UpdatePresenter::offer(const UpdateOffer &offer, const UpdaterInterface::AnswerCall &answer)
 {
-    if (isBusy_()) {
+    const bool wouldSupplant = !offer.wasAskedFor && waiting_ && waiting_->wasAskedFor;
+    if (wouldSupplant || isBusy_()) {
         answer(UpdaterInterface::Answer::Later);
-        wait({offer.wasAskedFor, {}});
+        if (!wouldSupplant)
+            wait({offer.wasAskedFor, {}});
         return;
     }
     waiting_.reset();

@@ -107,6 +107,9 @@ void EraseSession::newObjectsForQueue(ScanReport report)
     run_.addFolderObjectsToQueueFromDict(std::move(report.folders));
     findings_ = Findings::of(run_);
     if (interruptedBy_ != 0) {
+        // An old log is left as it is: the scan may have been stopped before it came to it.
+        if (log_.isWanted() && !options_.isDryRun && LogPlace::isFree(log_.path(), run_))
+            RunLog::scanCancelled();
         conclude();
     } else if (findings_.isEmpty() && scanFailures_.empty()) {
         console_.sayError(QStringLiteral("vantorel-cli: nothing to do"));

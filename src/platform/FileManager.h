@@ -12,7 +12,7 @@
 /// Thread:  main
 /// Blocks:  never
 /// Failure: where no file manager answers, the folder is opened by xdg-open(1); `failed`, if there
-///          is one, hears why when that fails, too
+///          is one, hears why when that cannot be started, either. What comes of it is not known
 namespace FileManager {
 
 /// Who is asked, how long it may take, and what opens a folder instead.

@@ -28,6 +28,7 @@ set_target_properties(app_MainInterfaceTest app_UpdatePresenterTest PROPERTIES
 vantorel_test(app/MainVCLogConflictTest GUI LINKS vantorel_app)
 vantorel_test(app/MainVCLogConflictScanTest GUI LINKS vantorel_app)
 vantorel_test(app/MainVCLogErasedTest GUI LINKS vantorel_app)
+vantorel_test(app/MainVCLogJoinedTest GUI LINKS vantorel_app)
 vantorel_test(app/MainVCLogLinkTest GUI LINKS vantorel_app)
 vantorel_test(app/MainVCLogProblemTest GUI LINKS vantorel_app)
 vantorel_test(app/MainVCLogStoppedScanTest GUI LINKS vantorel_app)

@@ -192,7 +192,11 @@ class InterruptTest : public QObject
         QCOMPARE(outcome.exitCode, exitCode);
         QCOMPARE(outcome.errors, QByteArray("Nothing was erased.\n"));
         QCOMPARE(many.untouched(), files);
-        QVERIFY(!Scratch::exists(log));
+        const QByteArray logged = Scratch::content(log);
+        QVERIFY2(logged.startsWith("[WARN]  ") &&
+                     logged.endsWith("[RunLog scanCancelled]Scan cancelled\n") &&
+                     logged.count('\n') == 1,
+                 logged.constData());
         QVERIFY(Scratch::exists(last));
         const QJsonObject folders = QJsonDocument::fromJson(outcome.output)
                                         .object()

@@ -1,6 +1,9 @@
 #include "cli/Program.h"
+#include "kit/Lease.h"
 
 #include <QRegularExpression>
+
+#include <optional>
 
 #include <sys/resource.h>
 #include <sys/socket.h>
@@ -125,23 +128,24 @@ class LogCommandTest : public QObject
         QCOMPARE(logged(log).size(), 3);
     }
 
+    /// The lease holds the run up until the log is gone.
     void aLogThatIsRemovedMeanwhileIsMissed()
     {
         const Scratch scratch;
-        const QByteArray folder = scratch.folder("folder");
         const QByteArray log = scratch.path("run.log");
-        QByteArray last;
-        for (int number = 0; number < 40; ++number)
-            last = scratch.file("folder/" + QByteArray::number(number), 100'000);
-        Program program(scratch, {"erase", "-yq", "-m6", "--log", log, folder});
+        const QByteArray file = scratch.file("file", 5);
+        std::optional<Lease> lease(file);
+        QVERIFY(lease->isHeld());
+        Program program(scratch, {"erase", "-yq", "--log", log, file});
         program.start();
         QVERIFY(program.runsUntil([&log] { return !Scratch::content(log).isEmpty(); }));
         QCOMPARE(::unlink(log.constData()), 0);
+        lease.reset();
         const Outcome outcome = program.finish();
 
         QCOMPARE(outcome.errors, log + ": It has been removed.\n");
         QCOMPARE(outcome.exitCode, 1);
-        QVERIFY(!Scratch::exists(last));
+        QVERIFY(!Scratch::exists(file));
     }
 
     /// It is the window's, which may be open.

@@ -2,6 +2,7 @@
 
 #include "app/run/EraseRun.h"
 #include "platform/PathBytes.h"
+#include "support/LogPathCheck.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -46,26 +47,34 @@ bool isSamePlace(const QByteArray &one, const QByteArray &other)
     return first && second && first->isSameFile(*second);
 }
 
+struct Folder
+{
+    QByteArray path;
+    FileStatus status;
+};
+
 /// The folders on the way to it, as far as they are there.
-std::vector<FileStatus> foldersOnTheWay(const QByteArray &path)
+std::vector<Folder> foldersOnTheWay(const QByteArray &path)
 {
     std::error_code error;
     const QByteArray place = placeOf(path, LastLink::Follow);
-    std::vector<FileStatus> folders;
+    std::vector<Folder> folders;
     for (fs::path way = fs::weakly_canonical(place.toStdString(), error);
          !error && way.has_relative_path(); way = way.parent_path()) {
-        const auto status = look(QByteArray::fromStdString(way.string()), LastLink::Stop);
+        const QByteArray folder = QByteArray::fromStdString(way.string());
+        const auto status = look(folder, LastLink::Stop);
         if (status && status->kind == FileKind::Folder)
-            folders.push_back(*status);
+            folders.push_back({folder, *status});
     }
     return folders;
 }
 
-bool isAmong(const std::vector<FileStatus> &folders, const QByteArray &folder)
+bool isAmong(const std::vector<Folder> &folders, const QByteArray &path)
 {
-    const auto status = look(folder, LastLink::Stop);
-    return status && std::any_of(folders.begin(), folders.end(), [&status](const FileStatus &one) {
-               return one.isSameFile(*status);
+    const auto status = look(path, LastLink::Stop);
+    // Some file systems number the same folder anew each time.
+    return status && std::any_of(folders.begin(), folders.end(), [&](const Folder &one) {
+               return one.path == path || one.status.isSameFile(*status);
            });
 }
 
@@ -94,6 +103,11 @@ bool LogPlace::isInFolder(const QByteArray &file, const QByteArray &folder)
     return isAmong(foldersOnTheWay(file), folder);
 }
 
+bool LogPlace::isFree(const QByteArray &file, const EraseRun &run)
+{
+    return LogPathCheck::of(file).answer == LogPathCheck::Answer::Free && !isInFolder(file, run);
+}
+
 bool LogPlace::isQueued(const QByteArray &file, const EraseRun &run, LastLink linkTargets)
 {
     const auto status = look(file, LastLink::Follow);
@@ -115,10 +129,10 @@ bool LogPlace::isInFolder(const QByteArray &file, const EraseRun &run)
     const FolderMap &folders = run.folderUrlsToDeleteDict();
     if (folders.empty())
         return false;
-    const std::vector<FileStatus> way = foldersOnTheWay(file);
+    const std::vector<Folder> way = foldersOnTheWay(file);
     return std::any_of(folders.begin(), folders.end(), [&way](const auto &folder) {
-        const auto mayBe = [&folder](const FileStatus &one) {
-            return mayHaveInode(folder.second, one);
+        const auto mayBe = [&folder](const Folder &one) {
+            return one.path == folder.first || mayHaveInode(folder.second, one.status);
         };
         return std::any_of(way.begin(), way.end(), mayBe) && isAmong(way, folder.first);
     });

@@ -22,6 +22,8 @@ bool isSameFile(const QByteArray &one, const QByteArray &other, SystemCalls::Las
 /// The file stands, or would stand, in the folder or below it. A link to a folder holds nothing.
 bool isInFolder(const QByteArray &file, const QByteArray &folder);
 
+/// Nothing stands there that would be emptied, and it is in no folder that the run is to remove.
+bool isFree(const QByteArray &file, const EraseRun &run);
 /// A queued name leads to the file.
 bool isQueued(const QByteArray &file, const EraseRun &run, SystemCalls::LastLink linkTargets);
 /// It stands in a folder that the run is to remove.

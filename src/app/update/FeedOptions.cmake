@@ -1,5 +1,5 @@
-# The feed's address and the key, checked: with wrong ones the build would never find an update, and
-# say nothing of it. Both or none, since neither is good for anything alone.
+# The feed's address and the key, checked: with wrong ones the program would never find an update,
+# and who has built it would not notice. Both or none, since neither is good for anything alone.
 set(feed_host "(\\[[0-9a-fA-F:.]+\\]|[^][/?#@: \";\\]+)")
 set(loopback_host "(localhost|127\\.[0-9]+\\.[0-9]+\\.[0-9]+|\\[::1\\])")
 set(feed_rest "(:[0-9]+)?([/?#][^ \";\\]*)?")

@@ -50,6 +50,8 @@ class LogPlaceTest : public QObject
     void aLongQueueIsNotLookedAtOnceMore();
     void theLogsFolderIsFound_data();
     void theLogsFolderIsFound();
+    void aLogIsFreeWhereNothingStandsOrGoes_data();
+    void aLogIsFreeWhereNothingStandsOrGoes();
 };
 
 void LogPlaceTest::twoNamesOfOneFileAreKnown_data()
@@ -234,6 +236,31 @@ void LogPlaceTest::theLogsFolderIsFound()
     scan(run, scratch.path(folder));
     // It need not be there yet.
     QTEST(LogPlace::isInFolder(scratch.path("a/b/log"), run), "isInIt");
+}
+
+void LogPlaceTest::aLogIsFreeWhereNothingStandsOrGoes_data()
+{
+    QTest::addColumn<QByteArray>("log");
+    QTest::addColumn<bool>("isFree");
+    QTest::newRow("nothing is there") << QByteArray("kept/new") << true;
+    QTest::newRow("a file is there") << QByteArray("kept/old") << false;
+    QTest::newRow("a link is there") << QByteArray("kept/link") << false;
+    QTest::newRow("its folder goes") << QByteArray("gone/new") << false;
+    QTest::newRow("its folder is not there") << QByteArray("none/new") << false;
+}
+
+void LogPlaceTest::aLogIsFreeWhereNothingStandsOrGoes()
+{
+    QFETCH(QByteArray, log);
+    const Scratch scratch;
+    for (const char *name : {"kept", "gone"})
+        QVERIFY(!scratch.folder(name).isEmpty());
+    QVERIFY(!scratch.file("kept/old", "old").isEmpty());
+    QVERIFY(!scratch.link("kept/link", "nowhere").isEmpty());
+    EraseRun run;
+    scan(run, scratch.path("gone"));
+    QTEST(LogPlace::isFree(scratch.path(log), run), "isFree");
+    QVERIFY(!LogPlace::isFree(QByteArray(), run));
 }
 
 QTEST_GUILESS_MAIN(LogPlaceTest)

@@ -424,8 +424,9 @@ void TransferTest::itMayGoInItsEnd()
     QNetworkAccessManager network;
     std::optional<End> ended;
     std::unique_ptr<GoneForGood> transfer;
+    const std::chrono::milliseconds silence = path == "/silent" ? 300ms : 20s;
     transfer = std::make_unique<GoneForGood>(
-        network, Transfer::Request{url, url, "Test/1", 1000, 300ms, 0s},
+        network, Transfer::Request{url, url, "Test/1", 1000, silence, 0s},
         [](const QByteArray &piece) { return piece != "stop"; },
         [&](End how) {
             transfer.reset();
