@@ -256,12 +256,14 @@ void UpdatePresenterTest::aDownloadIsHeardByQuarters()
         piece(dialog, 0, 0.125);
         piece(dialog, 0.125, 0.25);
         piece(dialog, 0.25, 0.375);
-        piece(dialog, 0.375, 0.75);
+        piece(dialog, 0.375, 0.5);
+        piece(dialog, 0.5, 0.75);
         HeldReading reading;
         piece(dialog, 0.75, 1);
     });
     QTRY_COMPARE(scene_->revealed.size(), std::size_t(1));
     QCOMPARE(heard, QStringList({UpdatePresenter::progressText(112'500, 450'000),
+                                 UpdatePresenter::progressText(225'000, 450'000),
                                  UpdatePresenter::progressText(337'500, 450'000),
                                  QStringLiteral("Checking the signature\u2026")}));
 }
